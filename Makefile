@@ -1,0 +1,46 @@
+# The two commands of the README, and the builds CI adds on top of them.
+#   make run    build, then parse the example localization tree and print what it holds
+#   make test   build, then run every unit test
+BUILD_DIR ?= build
+SANITIZE_BUILD_DIR ?= build-sanitize
+JOBS ?= 2
+CMAKE_FLAGS ?=
+
+.PHONY: all deps configure build run test sanitize fuzz bench format format-check clean
+
+all: build
+
+deps:
+	@bash scripts/install-deps.sh
+
+configure: deps
+	@cmake -S . -B $(BUILD_DIR) -G Ninja $(CMAKE_FLAGS) >/dev/null
+
+build: configure
+	@cmake --build $(BUILD_DIR) -j$(JOBS)
+
+run: build
+	@find examples -name '*.lt' | LC_ALL=C sort | xargs $(BUILD_DIR)/tools/locmgr/locmgr parse
+
+test: build
+	@ctest --test-dir $(BUILD_DIR) --output-on-failure -j$(JOBS)
+
+sanitize: deps
+	@cmake -S . -B $(SANITIZE_BUILD_DIR) -G Ninja -DLM_SANITIZE=ON -DLM_BUILD_TOOLS=OFF >/dev/null
+	@cmake --build $(SANITIZE_BUILD_DIR) -j$(JOBS)
+	@ctest --test-dir $(SANITIZE_BUILD_DIR) --output-on-failure -j$(JOBS)
+
+fuzz: deps
+	@bash fuzz/run.sh $(FUZZ_SECONDS)
+
+bench: deps
+	@bash bench/run.sh
+
+format:
+	@git ls-files '*.h' '*.cpp' | xargs clang-format -i
+
+format-check:
+	@git ls-files '*.h' '*.cpp' | xargs clang-format --dry-run --Werror
+
+clean:
+	@rm -rf $(BUILD_DIR) $(SANITIZE_BUILD_DIR) build-fuzz build-bench

@@ -1,0 +1,21 @@
+# Settings shared by every target of the project.
+
+# Sanitizers must instrument every translation unit that shares objects with the engine
+# (tests, tools, benchmarks), so they are the one setting applied globally.
+if(LM_SANITIZE)
+  set(LM_SANITIZER_FLAGS -fsanitize=address,undefined -fno-sanitize-recover=all
+                         -fno-omit-frame-pointer)
+  add_compile_options(${LM_SANITIZER_FLAGS})
+  add_link_options(${LM_SANITIZER_FLAGS})
+endif()
+
+# Applies the project's warnings and source-name mapping to one of our own targets.
+# Contract messages name the source file through __FILE__; mapping the source directory away
+# keeps those messages the same whatever folder the project is built in.
+function(lm_configure_target target)
+  target_compile_options(${target} PRIVATE -Wall -Wextra
+    "-fmacro-prefix-map=${PROJECT_SOURCE_DIR}/=")
+  if(LM_WERROR)
+    target_compile_options(${target} PRIVATE -Werror)
+  endif()
+endfunction()

@@ -1,0 +1,10 @@
+#include "StringLocalizing/Model/KeyNotFoundException.h"
+
+#include "ulo/rtl/TextConversion.h"
+
+namespace LocalizationManager::StringLocalizing::Model {
+
+KeyNotFoundException::KeyNotFoundException(const std::u16string& key)
+    : std::runtime_error("Key '" + ulo::WideToNarrowMessage(key) + "' not found") {}
+
+}  // namespace LocalizationManager::StringLocalizing::Model

@@ -1,0 +1,18 @@
+#include "StringLocalizing/Parsing/AddResource.h"
+
+#include "StringLocalizing/Model/KeyCase.h"
+#include "StringLocalizing/Parsing/DuplicateKeyException.h"
+
+namespace LocalizationManager::StringLocalizing::Parsing {
+
+void AddResource(Model::ResourceDictionary& dictionary, const std::u16string& key,
+                 const Model::Value& value) {
+    std::u16string lowered = Model::LowerCaseKey(key);
+    const auto position = dictionary.lower_bound(lowered);
+    if (position != dictionary.end() && position->first == lowered) {
+        throw DuplicateKeyException(lowered);
+    }
+    dictionary.emplace_hint(position, std::move(lowered), value);
+}
+
+}  // namespace LocalizationManager::StringLocalizing::Parsing

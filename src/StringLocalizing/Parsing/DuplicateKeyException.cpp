@@ -1,0 +1,11 @@
+#include "StringLocalizing/Parsing/DuplicateKeyException.h"
+
+#include "ulo/rtl/TextConversion.h"
+
+namespace LocalizationManager::StringLocalizing::Parsing {
+
+DuplicateKeyException::DuplicateKeyException(const std::u16string& key)
+    : std::runtime_error("duplicate key found (keys are case insensitive): '" +
+                         ulo::WideToNarrowMessage(key) + "'") {}
+
+}  // namespace LocalizationManager::StringLocalizing::Parsing

@@ -1,0 +1,65 @@
+#pragma once
+
+// The grammar of a localization file. Declared here, defined in LocFileGrammarDef.h and
+// instantiated once, for SourceIterator, in LocFileGrammar.cpp, so that the heavy template
+// expansion happens in a single translation unit.
+
+#include "StringLocalizing/Model/ResourceDictionary.h"
+
+#include <boost/spirit/include/qi_grammar.hpp>
+#include <boost/spirit/include/qi_rule.hpp>
+#include <boost/spirit/include/qi_symbols.hpp>
+#include <boost/spirit/include/support_standard_wide.hpp>
+
+#include <string>
+
+namespace LocalizationManager::StringLocalizing::Parsing {
+
+// Plural form invocations may hold further invocations; deeper nesting than this is refused
+// with a parse error, so a hostile file cannot exhaust the stack of the recursive descent
+// (measured: a default 8 MiB stack holds several thousand levels without sanitizers).
+constexpr int kMaxPluralNesting = 32;
+
+// One "key = value" entry as parsed, before its key is folded and stored.
+struct LocFileEntry {
+    std::u16string key;
+    Model::Value value;
+};
+
+// Parses a whole localization file and adds each entry to the dictionary given at
+// construction as soon as it is parsed. Rule names appear in error reports. A grammar object
+// serves one parse at a time (it counts the nesting depth of the parse in progress).
+template <typename Iterator>
+class LocFileGrammar : public boost::spirit::qi::grammar<Iterator> {
+  public:
+    using Skipper = boost::spirit::standard_wide::space_type;
+
+    explicit LocFileGrammar(Model::ResourceDictionary& dictionary);
+
+    LocFileGrammar(const LocFileGrammar&) = delete;
+    LocFileGrammar& operator=(const LocFileGrammar&) = delete;
+
+  private:
+    template <typename... Parameters>
+    using Rule = boost::spirit::qi::rule<Iterator, Parameters...>;
+
+    Model::ResourceDictionary& dictionary_;
+    int nesting_ = 0;
+
+    boost::spirit::qi::symbols<wchar_t, wchar_t> escapes_;
+
+    Rule<> locFile_;
+    Rule<> comment_;
+    Rule<LocFileEntry(), Skipper> keyValueEntry_;
+    Rule<std::u16string()> key_;
+    Rule<Model::Value(), Skipper> value_;
+    Rule<Model::Operand(), Skipper> operand_;
+    Rule<std::u16string()> quotedString_;
+    Rule<std::u16string()> externalParameterName_;
+    Rule<Model::Param(), Skipper> externalParameter_;
+    Rule<Model::KeyRef()> keyReference_;
+    Rule<Model::PluralForm(), Skipper> pluralFormInvocation_;
+    Rule<> nestingLimit_;
+};
+
+}  // namespace LocalizationManager::StringLocalizing::Parsing

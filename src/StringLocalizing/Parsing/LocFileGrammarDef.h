@@ -1,0 +1,158 @@
+#pragma once
+
+#include "StringLocalizing/Model/KeyCase.h"
+#include "StringLocalizing/Parsing/AddResource.h"
+#include "StringLocalizing/Parsing/LocFileGrammar.h"
+
+#include <boost/phoenix/core.hpp>
+#include <boost/phoenix/function.hpp>
+#include <boost/phoenix/operator.hpp>
+#include <boost/spirit/include/qi.hpp>
+
+#include <utility>
+
+namespace LocalizationManager::StringLocalizing::Parsing {
+
+namespace loc_file_actions {
+
+// Semantic actions move what a rule synthesised into its parent instead of copying it: a
+// plural form holds a deep tree of owned values.
+
+struct AppendOperand {
+    using result_type = void;
+    void operator()(Model::Value& value, Model::Operand& operand) const {
+        value.operands.push_back(std::move(operand));
+    }
+};
+
+struct MoveAssign {
+    using result_type = void;
+    template <typename Target, typename Source>
+    void operator()(Target& target, Source& source) const {
+        target = std::move(source);
+    }
+};
+
+struct MakeKeyRef {
+    using result_type = void;
+    void operator()(Model::KeyRef& reference, const std::u16string& key) const {
+        reference.key = Model::LowerCaseKey(key);
+    }
+};
+
+struct MakeParam {
+    using result_type = void;
+    void operator()(Model::Param& param, std::u16string& name) const {
+        param.name = std::move(name);
+    }
+};
+
+struct SetPluralParam {
+    using result_type = void;
+    void operator()(Model::PluralForm& plural, std::u16string& name) const {
+        plural.param = std::move(name);
+    }
+};
+
+struct AppendForm {
+    using result_type = void;
+    void operator()(Model::PluralForm& plural, Model::Value& form) const {
+        plural.forms.push_back(new Model::Value(std::move(form)));
+    }
+};
+
+struct SetEntryKey {
+    using result_type = void;
+    void operator()(LocFileEntry& entry, std::u16string& key) const { entry.key = std::move(key); }
+};
+
+struct SetEntryValue {
+    using result_type = void;
+    void operator()(LocFileEntry& entry, Model::Value& value) const {
+        entry.value = std::move(value);
+    }
+};
+
+struct StoreEntry {
+    using result_type = void;
+    void operator()(Model::ResourceDictionary& dictionary, const LocFileEntry& entry) const {
+        AddResource(dictionary, entry.key, entry.value);
+    }
+};
+
+}  // namespace loc_file_actions
+
+template <typename Iterator>
+LocFileGrammar<Iterator>::LocFileGrammar(Model::ResourceDictionary& dictionary)
+    : LocFileGrammar::base_type(locFile_, "loc file"), dictionary_(dictionary) {
+    namespace qi = boost::spirit::qi;
+    namespace wide = boost::spirit::standard_wide;
+    namespace phx = boost::phoenix;
+    using namespace loc_file_actions;
+    using qi::_1;
+    using qi::_val;
+    using qi::lit;
+
+    const phx::function<AppendOperand> appendOperand;
+    const phx::function<MoveAssign> moveAssign;
+    const phx::function<MakeKeyRef> makeKeyRef;
+    const phx::function<MakeParam> makeParam;
+    const phx::function<SetPluralParam> setPluralParam;
+    const phx::function<AppendForm> appendForm;
+    const phx::function<SetEntryKey> setEntryKey;
+    const phx::function<SetEntryValue> setEntryValue;
+    const phx::function<StoreEntry> storeEntry;
+
+    escapes_.add(L"\\n", L'\n')(L"\\\\", L'\\')(L"\\'", L'\'');
+
+    // Comments are skipped only between entries; inside an entry only whitespace is.
+    locFile_ = *(wide::space | comment_) >>
+               *(qi::skip(wide::space)[keyValueEntry_[storeEntry(phx::ref(dictionary_), _1)]] >>
+                 *(wide::space | comment_)) > qi::eoi;
+
+    comment_ = lit(L';') >> *(wide::char_ - lit(L'\r') - lit(L'\n'));
+
+    keyValueEntry_ = key_[setEntryKey(_val, _1)] > lit(L'=') > value_[setEntryValue(_val, _1)];
+
+    key_ = wide::char_(L"a-zA-Z_") >> *wide::char_(L"a-zA-Z_0-9");
+
+    // A "+" that no operand follows is not part of the value: the alternative backs up.
+    value_ = operand_[appendOperand(_val, _1)] >> *(lit(L'+') >> operand_[appendOperand(_val, _1)]);
+
+    operand_ = quotedString_[moveAssign(_val, _1)] | keyReference_[moveAssign(_val, _1)] |
+               externalParameter_[moveAssign(_val, _1)] |
+               pluralFormInvocation_[moveAssign(_val, _1)];
+
+    // A backslash that begins none of the three escapes is an ordinary character.
+    quotedString_ = lit(L'\'') > *((wide::char_ - lit(L'\'') - lit(L'\\')) | escapes_ |
+                                   (wide::char_ - lit(L'\''))) > lit(L'\'');
+
+    externalParameterName_ = lit(L'$') > key_;
+
+    // "$count :" opens a plural form, so it is not a parameter.
+    externalParameter_ = externalParameterName_[makeParam(_val, _1)] >> !lit(L':');
+
+    keyReference_ = key_[makeKeyRef(_val, _1)];
+
+    pluralFormInvocation_ =
+        lit(L'{') > nestingLimit_ > externalParameterName_[setPluralParam(_val, _1)] > lit(L':') >
+        value_[appendForm(_val, _1)] > qi::repeat(0, 5)[lit(L',') > value_[appendForm(_val, _1)]] >
+        lit(L'}')[--phx::ref(nesting_)];
+
+    nestingLimit_ = qi::eps(phx::ref(nesting_) < kMaxPluralNesting)[++phx::ref(nesting_)];
+
+    locFile_.name("loc file");
+    comment_.name("comment");
+    keyValueEntry_.name("key-value entry");
+    key_.name("key");
+    value_.name("value");
+    operand_.name("operand");
+    quotedString_.name("quoted string");
+    externalParameterName_.name("external parameter name");
+    externalParameter_.name("external parameter");
+    keyReference_.name("key reference");
+    pluralFormInvocation_.name("plural form invocation");
+    nestingLimit_.name("at most 32 nested plural form invocations");
+}
+
+}  // namespace LocalizationManager::StringLocalizing::Parsing

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "StringLocalizing/Model/ResourceDictionary.h"
+
+#include <string>
+
+namespace LocalizationManager::StringLocalizing::Parsing {
+
+// Parses the whole decoded text of one localization file into `dictionary`, entry by entry in
+// file order. `fileName` is used only in error reports.
+//
+// Throws ParsingException for a syntax error (with the positioned report) or a duplicate key
+// (with the duplicate-key message); other exceptions, such as std::bad_alloc, pass through.
+// After a failure the dictionary keeps the entries added before the failing one.
+void ParseLocFile(const std::u16string& text, const std::u16string& fileName,
+                  Model::ResourceDictionary& dictionary);
+
+}  // namespace LocalizationManager::StringLocalizing::Parsing

@@ -1,0 +1,10 @@
+#include "StringLocalizing/Parsing/ParsingException.h"
+
+#include "ulo/rtl/TextConversion.h"
+
+namespace LocalizationManager::StringLocalizing::Parsing {
+
+ParsingException::ParsingException(const std::u16string& report)
+    : std::runtime_error(ulo::WideToNarrowMessage(report)), report_(report) {}
+
+}  // namespace LocalizationManager::StringLocalizing::Parsing
