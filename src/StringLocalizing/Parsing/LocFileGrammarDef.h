@@ -9,6 +9,7 @@
 #include <boost/phoenix/operator.hpp>
 #include <boost/spirit/include/qi.hpp>
 
+#include <string>
 #include <utility>
 
 namespace LocalizationManager::StringLocalizing::Parsing {
@@ -152,7 +153,8 @@ LocFileGrammar<Iterator>::LocFileGrammar(Model::ResourceDictionary& dictionary)
     externalParameter_.name("external parameter");
     keyReference_.name("key reference");
     pluralFormInvocation_.name("plural form invocation");
-    nestingLimit_.name("at most 32 nested plural form invocations");
+    nestingLimit_.name("at most " + std::to_string(kMaxPluralNesting) +
+                       " nested plural form invocations");
 }
 
 }  // namespace LocalizationManager::StringLocalizing::Parsing

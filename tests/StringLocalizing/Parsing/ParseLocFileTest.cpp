@@ -1,0 +1,129 @@
+#include "StringLocalizing/Parsing/LocFileGrammar.h"
+#include "StringLocalizing/Parsing/ParseLocFile.h"
+#include "StringLocalizing/Parsing/ParsingException.h"
+#include "TestSupport/ExpectThrowMessage.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace LocalizationManager::StringLocalizing::Parsing {
+namespace {
+
+using Model::KeyRef;
+using Model::Param;
+using Model::PluralForm;
+using Model::ResourceDictionary;
+using Model::Value;
+
+ResourceDictionary Parse(const std::u16string& text) {
+    ResourceDictionary dictionary;
+    ParseLocFile(text, u"test.lt", dictionary);
+    return dictionary;
+}
+
+std::u16string NestedPlurals(int depth) {
+    std::u16string text = u"a = ";
+    for (int level = 0; level < depth; ++level) {
+        text += u"{$n: ";
+    }
+    text += u"'x'";
+    text.append(depth, u'}');
+    return text;
+}
+
+TEST(ParseLocFile, BuildsOperandsOfEachKindInFileOrder) {
+    const ResourceDictionary dictionary =
+        Parse(u"status = 'Loaded ' + $Count + ' ' + {$Count: 'file', Files} + Title");
+    const Value& status = dictionary.at(u"status");
+    ASSERT_EQ(5u, status.operands.size());
+    EXPECT_EQ(u"Loaded ", boost::get<std::u16string>(status.operands[0]));
+    EXPECT_EQ(u"Count", boost::get<Param>(status.operands[1]).name);
+    EXPECT_EQ(u" ", boost::get<std::u16string>(status.operands[2]));
+    const auto& plural = boost::get<PluralForm>(status.operands[3]);
+    EXPECT_EQ(u"Count", plural.param);
+    ASSERT_EQ(2u, plural.forms.size());
+    EXPECT_EQ(u"file", boost::get<std::u16string>(plural.forms[0].operands.at(0)));
+    EXPECT_EQ(u"files", boost::get<KeyRef>(plural.forms[1].operands.at(0)).key);
+    EXPECT_EQ(u"title", boost::get<KeyRef>(status.operands[4]).key);
+}
+
+TEST(ParseLocFile, EmptyQuotedStringIsOneEmptyTextOperand) {
+    const ResourceDictionary dictionary = Parse(u"a = ''");
+    ASSERT_EQ(1u, dictionary.at(u"a").operands.size());
+    EXPECT_EQ(u"", boost::get<std::u16string>(dictionary.at(u"a").operands[0]));
+}
+
+TEST(ParseLocFile, KeepsEntriesParsedBeforeTheFailingOne) {
+    ResourceDictionary dictionary;
+    EXPECT_THROW(ParseLocFile(u"a = 'x'\nb = 'y'\nc = ,\nd = 'z'", u"f.lt", dictionary),
+                 ParsingException);
+    EXPECT_EQ(2u, dictionary.size());
+    EXPECT_EQ(1u, dictionary.count(u"a"));
+    EXPECT_EQ(1u, dictionary.count(u"b"));
+}
+
+TEST(ParseLocFile, DuplicateKeyKeepsTheFirstValue) {
+    ResourceDictionary dictionary;
+    EXPECT_THROW_MSG(ParseLocFile(u"A = 'x'\na = 'y'", u"f.lt", dictionary), ParsingException,
+                     "duplicate key found (keys are case insensitive): 'a'");
+    ASSERT_EQ(1u, dictionary.size());
+    EXPECT_EQ(u"x", boost::get<std::u16string>(dictionary.at(u"a").operands.at(0)));
+}
+
+TEST(ParseLocFile, ReportKeepsWideTextAndNarrowsItForWhat) {
+    try {
+        Parse(u"\u0416 = 'x'");
+        FAIL() << "a key may not begin with a Cyrillic letter";
+    } catch (const ParsingException& error) {
+        const std::u16string expected =
+            u"parse error at file test.lt line 1 column 1\n\"\u0416 = 'x'\"\n ^- expecting <eoi> "
+            u"here";
+        EXPECT_EQ(expected, error.WideMessage());
+        EXPECT_EQ(
+            "parse error at file test.lt line 1 column 1\n\"\xD0\x96 = 'x'\"\n ^- expecting <eoi> "
+            "here",
+            std::string(error.what()));
+    }
+}
+
+TEST(ParseLocFile, AcceptsPluralFormsNestedUpToTheLimit) {
+    const ResourceDictionary dictionary = Parse(NestedPlurals(kMaxPluralNesting));
+    const Value* value = &dictionary.at(u"a");
+    for (int level = 0; level < kMaxPluralNesting; ++level) {
+        value = &boost::get<PluralForm>(value->operands.at(0)).forms.at(0);
+    }
+    EXPECT_EQ(u"x", boost::get<std::u16string>(value->operands.at(0)));
+}
+
+TEST(ParseLocFile, RefusesDeeperNestingWithAPositionedReport) {
+    const std::u16string text = NestedPlurals(kMaxPluralNesting + 1);
+    const std::string column = std::to_string(5 + 5 * kMaxPluralNesting + 1);
+    std::string expected = "parse error at file test.lt line 1 column " + column + "\n\"" +
+                           std::string(text.begin(), text.end()) + "\"\n";
+    expected += std::string(std::stoi(column), ' ') +
+                "^- expecting <at most 32 nested plural form invocations> here";
+    EXPECT_THROW_MSG(Parse(text), ParsingException, expected);
+}
+
+// Far beyond the depth at which an unguarded descent would exhaust the stack.
+TEST(ParseLocFile, HostileNestingFailsWithoutExhaustingTheStack) {
+    std::u16string text = u"a = ";
+    for (int level = 0; level < 200000; ++level) {
+        text += u"{$n:";
+    }
+    EXPECT_THROW(Parse(text), ParsingException);
+}
+
+TEST(ParseLocFile, SameNestingIsAllowedAgainAfterAnInvocationCloses) {
+    // The depth counts open invocations, not invocations seen so far.
+    std::u16string text;
+    for (int entry = 0; entry < 3; ++entry) {
+        text += u"k" + std::u16string(1, static_cast<char16_t>(u'a' + entry)) +
+                NestedPlurals(kMaxPluralNesting).substr(1) + u"\n";
+    }
+    EXPECT_EQ(3u, Parse(text).size());
+}
+
+}  // namespace
+}  // namespace LocalizationManager::StringLocalizing::Parsing
