@@ -4,7 +4,7 @@
 set -euo pipefail
 
 packages=(
-  g++ make cmake ninja-build
+  g++ make cmake ninja-build python3
   libboost-dev libgtest-dev libgmock-dev libbenchmark-dev
   # fuzzing: clang with the libFuzzer and sanitizer runtimes
   clang libclang-rt-14-dev

@@ -1,0 +1,34 @@
+#!/usr/bin/env bash
+# Builds the parser benchmark (Release, build-bench/) and runs it.
+#
+#   bench/run.sh [--smoke] [benchmark flags or catalog files...]
+#
+# --smoke runs each benchmark for the shortest time, to prove in CI that it builds and runs;
+# its numbers mean nothing. Further arguments go to bench_parse, for example
+# --benchmark_filter=10k, --benchmark_format=json or --catalog=FILE. Installs nothing: needs
+# cmake, a C++17 compiler, python3, the Boost headers and Google Benchmark.
+set -euo pipefail
+
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+build="$root/build-bench"
+
+extra=()
+for argument in "$@"; do
+  if [[ "$argument" == --smoke ]]; then
+    extra+=(--benchmark_min_time=0.01)
+  else
+    extra+=("$argument")
+  fi
+done
+
+generator=()
+if command -v ninja >/dev/null 2>&1 && [[ ! -f "$build/Makefile" ]]; then
+  generator=(-G Ninja)
+fi
+
+cmake -S "$root" -B "$build" "${generator[@]}" \
+  -DCMAKE_BUILD_TYPE=Release \
+  -DLM_BUILD_BENCHMARKS=ON -DLM_BUILD_TESTS=OFF -DLM_BUILD_TOOLS=OFF -DLM_BUILD_FUZZERS=OFF
+cmake --build "$build" --target bench_parse -j 2
+
+"$build/bench/bench_parse" "${extra[@]}"
