@@ -1,0 +1,32 @@
+#pragma once
+
+#include "StringLocalizing/Model/PluralFormRuleId.h"
+
+#include <boost/function.hpp>
+
+#include <cstdint>
+#include <vector>
+
+namespace LocalizationManager::StringLocalizing::Model {
+
+// The condition of one plural form over the discriminator number. May be empty: calling an
+// empty entry throws boost::bad_function_call.
+using PluralRuleEntry = boost::function<bool(std::int64_t)>;
+
+// The ordered conditions of one rule: entry i decides form i.
+using PluralRuleEntries = std::vector<PluralRuleEntry>;
+
+// The plural rules of every language, read-only once created; safe for concurrent readers.
+struct IPluralFormRules {
+    // A copy of the entries of `ruleId`, or, when the id has no rule of its own, of the rule
+    // of its language without qualifier. Throws std::out_of_range ("Rule with id '<id>' not
+    // found") when neither exists.
+    virtual PluralRuleEntries GetRuleEntries(const PluralFormRuleId& ruleId) const = 0;
+
+    // The number of entries GetRuleEntries returns, truncated to 16 bits; fails the same way.
+    virtual std::uint16_t GetRuleEntryCount(const PluralFormRuleId& ruleId) const = 0;
+
+    virtual ~IPluralFormRules() = default;
+};
+
+}  // namespace LocalizationManager::StringLocalizing::Model
