@@ -1,0 +1,62 @@
+#include "StringLocalizing/Resolving/KeyResolver.h"
+
+#include "ulo/rtl/CodeContracts.h"
+#include "ulo/rtl/TextConversion.h"
+
+#include <boost/format.hpp>
+
+#include <stdexcept>
+
+namespace LocalizationManager::StringLocalizing::Resolving {
+
+KeyResolver::KeyResolver(const boost::shared_ptr<IParamResolver>& paramResolver,
+                         const boost::shared_ptr<IPluralResolver>& pluralResolver)
+    : paramResolver_(ULO_REQUIRE_NOT_NULL(paramResolver)),
+      pluralResolver_(ULO_REQUIRE_NOT_NULL(pluralResolver)) {}
+
+std::u16string KeyResolver::Resolve(const Model::Value& value) const {
+    std::u16string text;
+    AppendResolved(value, text);
+    return text;
+}
+
+void KeyResolver::AppendResolved(const Model::Value& value, std::u16string& text) const {
+    for (const Model::Operand& operand : value.operands) {
+        switch (operand.which()) {
+            case 0:
+                text += boost::get<std::u16string>(operand);
+                break;
+            case 1:
+                throw std::logic_error(
+                    "Key reference found (" +
+                    ulo::WideToNarrowMessage(boost::get<Model::KeyRef>(operand).key) +
+                    "). Run compiler first");
+            case 2:
+                text += paramResolver_->ResolveParam(boost::get<Model::Param>(operand).name);
+                break;
+            default:
+                AppendPluralForm(boost::get<Model::PluralForm>(operand), text);
+                break;
+        }
+    }
+}
+
+void KeyResolver::AppendPluralForm(const Model::PluralForm& invocation,
+                                   std::u16string& text) const {
+    // The index first: an invalid discriminator is reported before a form-count mismatch.
+    const std::uint16_t index = pluralResolver_->GetPluralFormIndex(invocation);
+    const std::uint16_t expected = pluralResolver_->GetPluralFormCount();
+    const auto got = static_cast<std::uint16_t>(invocation.forms.size());
+    if (expected != got) {
+        throw std::logic_error(
+            (boost::format(
+                 "Invalid plural form count (expected: %1%, got: %2%, discriminator: %3%)") %
+             expected % got % ulo::WideToNarrowMessage(invocation.param))
+                .str());
+    }
+    // The plural resolver's index lies below its own form count, which equals the number of
+    // forms here; at() still refuses a resolver that breaks that promise.
+    AppendResolved(invocation.forms.at(index), text);
+}
+
+}  // namespace LocalizationManager::StringLocalizing::Resolving

@@ -1,0 +1,16 @@
+#include "StringLocalizing/Resolving/RootStringProvider.h"
+
+#include "StringLocalizing/Model/KeyNotFoundException.h"
+
+namespace LocalizationManager::StringLocalizing::Resolving {
+
+RootStringProvider::RootStringProvider(
+    const boost::shared_ptr<IKeyResolver>& keyResolver,
+    const boost::shared_ptr<Model::ResourceDictionary>& commonResourceDictionary)
+    : StringProviderBase(keyResolver, commonResourceDictionary) {}
+
+std::u16string RootStringProvider::OnKeyNotFound(const std::u16string& key) const {
+    throw Model::KeyNotFoundException(key);
+}
+
+}  // namespace LocalizationManager::StringLocalizing::Resolving

@@ -1,0 +1,18 @@
+#include "StringLocalizing/Resolving/StringProvider.h"
+
+#include "ulo/rtl/CodeContracts.h"
+
+namespace LocalizationManager::StringLocalizing::Resolving {
+
+StringProvider::StringProvider(
+    const boost::shared_ptr<IKeyResolver>& keyResolver,
+    const boost::shared_ptr<Model::ResourceDictionary>& resourceDictionary,
+    const boost::shared_ptr<IStringProvider>& parentStringProvider)
+    : StringProviderBase(keyResolver, resourceDictionary),
+      parentStringProvider_(ULO_REQUIRE_NOT_NULL(parentStringProvider)) {}
+
+std::u16string StringProvider::OnKeyNotFound(const std::u16string& key) const {
+    return parentStringProvider_->GetString(key);
+}
+
+}  // namespace LocalizationManager::StringLocalizing::Resolving

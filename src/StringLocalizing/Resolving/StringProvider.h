@@ -1,0 +1,24 @@
+#pragma once
+
+#include "StringLocalizing/Resolving/StringProviderBase.h"
+
+namespace LocalizationManager::StringLocalizing::Resolving {
+
+// A provider over a scope's dictionary: a key it lacks is asked of its parent (the provider
+// over the common dictionary), so the scope's texts come first.
+class StringProvider : public StringProviderBase {
+  public:
+    // Throws the null-pointer contract exception for a null argument: keyResolver, then
+    // resourceDictionary, then parentStringProvider.
+    StringProvider(const boost::shared_ptr<IKeyResolver>& keyResolver,
+                   const boost::shared_ptr<Model::ResourceDictionary>& resourceDictionary,
+                   const boost::shared_ptr<IStringProvider>& parentStringProvider);
+
+  protected:
+    std::u16string OnKeyNotFound(const std::u16string& key) const override;
+
+  private:
+    const boost::shared_ptr<IStringProvider> parentStringProvider_;
+};
+
+}  // namespace LocalizationManager::StringLocalizing::Resolving
