@@ -1,0 +1,54 @@
+#pragma once
+
+#include "StringLocalizing/Model/ResourceDictionary.h"
+#include "StringLocalizing/Pipeline/IResourceProvider.h"
+#include "StringLocalizing/Resolving/IParamResolver.h"
+#include "StringLocalizing/Resolving/IPluralResolver.h"
+#include "StringLocalizing/Resolving/IStringProvider.h"
+#include "localization_manager/Culture.h"
+
+#include <boost/shared_ptr.hpp>
+
+#include <string>
+
+namespace LocalizationManager::StringLocalizing::Pipeline {
+
+// The text engine of one scope and culture. The constructor does all the work once: it loads
+// the plural rules (a rule file of the culture replaces the built-in rule), fills the shared
+// common dictionary if it is still empty, parses the scope's texts, compiles both dictionaries
+// and chains the providers; afterwards a request is one call into that chain.
+//
+// Construction either succeeds or throws and leaves nothing behind, except that the common
+// dictionary keeps the texts it was given before a later step failed. The caller must hold
+// the common dictionary's lock around construction (it reads, fills and compiles it).
+// Immutable once built.
+class ResourceProcessingPipeline {
+  public:
+    // Throws the null-pointer contract exception for a null resourceProvider, paramResolver or
+    // commonResourceDictionary; the provider's, parsers' and compiler's errors pass through.
+    // The resource provider is used during construction only.
+    ResourceProcessingPipeline(
+        const boost::shared_ptr<IResourceProvider>& resourceProvider,
+        const boost::shared_ptr<Resolving::IParamResolver>& paramResolver,
+        const boost::shared_ptr<Model::ResourceDictionary>& commonResourceDictionary,
+        const localization_manager::Culture& culture, const std::u16string& scope,
+        const std::u16string& commonScope);
+
+    ResourceProcessingPipeline(const ResourceProcessingPipeline&) = delete;
+    ResourceProcessingPipeline& operator=(const ResourceProcessingPipeline&) = delete;
+
+    // The text of `key` (any case): the scope's entry, else the common one. Resolution errors
+    // and Model::KeyNotFoundException pass through.
+    virtual std::u16string GetString(const std::u16string& key) const;
+
+    virtual ~ResourceProcessingPipeline() = default;
+
+  private:
+    boost::shared_ptr<Resolving::IParamResolver> paramResolver_;
+    boost::shared_ptr<Resolving::IPluralResolver> pluralResolver_;
+    boost::shared_ptr<Model::ResourceDictionary> resourceDictionary_;
+    boost::shared_ptr<Model::ResourceDictionary> commonResourceDictionary_;
+    boost::shared_ptr<Resolving::IStringProvider> stringProvider_;
+};
+
+}  // namespace LocalizationManager::StringLocalizing::Pipeline
