@@ -1,14 +1,13 @@
 // libFuzzer target for the localization file parser.
 //
-// Input: when the first byte is 0x00, the remaining bytes are read as little-endian UTF-16
-// code units (an odd last byte is dropped), which reaches the parser with any unit sequence,
-// lone surrogates and NULs included. Otherwise the whole input is UTF-8, decoded leniently so
-// that no input is wasted (see DecodeUtf8Leniently); the seed corpus is plain .lt files.
+// Input: decoded by DecodeFuzzInput (FuzzInput.h): little-endian UTF-16 after a first byte
+// 0x00, lenient UTF-8 otherwise; the seed corpus is plain .lt files.
 //
 // The parser may reject an input only with ParsingException (syntax error, duplicate key) or
 // run out of memory (std::bad_alloc). Anything else aborts, and so does a parse result that
 // breaks the grammar's guarantees or does not survive a print-and-parse round trip.
 
+#include "FuzzInput.h"
 #include "StringLocalizing/Model/ResourceDictionary.h"
 #include "StringLocalizing/Model/Value.h"
 #include "StringLocalizing/Parsing/ParseLocFile.h"
@@ -31,82 +30,11 @@ namespace {
 namespace Model = LocalizationManager::StringLocalizing::Model;
 namespace Parsing = LocalizationManager::StringLocalizing::Parsing;
 
-constexpr char16_t kReplacementCharacter = 0xFFFD;
 constexpr std::size_t kMaxPluralForms = 6;
 
 [[noreturn]] void Fail(const char* what) {
     std::fprintf(stderr, "fuzz_parse_loc_file: %s\n", what);
     std::abort();
-}
-
-void AppendCodePoint(std::u16string& text, std::uint32_t codePoint) {
-    if (codePoint < 0x10000) {
-        text.push_back(static_cast<char16_t>(codePoint));
-    } else {
-        codePoint -= 0x10000;
-        text.push_back(static_cast<char16_t>(0xD800 + (codePoint >> 10)));
-        text.push_back(static_cast<char16_t>(0xDC00 + (codePoint & 0x3FF)));
-    }
-}
-
-// UTF-8 to UTF-16 that never fails: a byte that cannot start a sequence, a truncated sequence
-// and an overlong or out-of-range one each become U+FFFD, and decoding resumes at the next
-// byte that was not consumed. Encoded surrogates (ED A0 80 and the like) are passed on as lone
-// surrogate units on purpose, so that UTF-8 seeds can reach the parser with them too.
-std::u16string DecodeUtf8Leniently(const std::uint8_t* data, std::size_t size) {
-    std::u16string text;
-    text.reserve(size);
-    std::size_t position = 0;
-    while (position < size) {
-        const std::uint8_t lead = data[position];
-        std::size_t length = 0;
-        std::uint32_t codePoint = 0;
-        std::uint32_t minimum = 0;
-        if (lead < 0x80) {
-            text.push_back(lead);
-            ++position;
-            continue;
-        }
-        if (lead >= 0xC2 && lead <= 0xDF) {
-            length = 2;
-            codePoint = lead & 0x1Fu;
-            minimum = 0x80;
-        } else if (lead >= 0xE0 && lead <= 0xEF) {
-            length = 3;
-            codePoint = lead & 0x0Fu;
-            minimum = 0x800;
-        } else if (lead >= 0xF0 && lead <= 0xF4) {
-            length = 4;
-            codePoint = lead & 0x07u;
-            minimum = 0x10000;
-        } else {
-            text.push_back(kReplacementCharacter);
-            ++position;
-            continue;
-        }
-        std::size_t consumed = 1;
-        while (consumed < length && position + consumed < size &&
-               (data[position + consumed] & 0xC0) == 0x80) {
-            codePoint = (codePoint << 6) | (data[position + consumed] & 0x3Fu);
-            ++consumed;
-        }
-        if (consumed < length || codePoint < minimum || codePoint > 0x10FFFF) {
-            text.push_back(kReplacementCharacter);
-        } else {
-            AppendCodePoint(text, codePoint);
-        }
-        position += consumed;
-    }
-    return text;
-}
-
-std::u16string ReadUtf16Units(const std::uint8_t* data, std::size_t size) {
-    std::u16string text;
-    text.reserve(size / 2);
-    for (std::size_t index = 0; index + 1 < size; index += 2) {
-        text.push_back(static_cast<char16_t>(data[index] | (data[index + 1] << 8)));
-    }
-    return text;
 }
 
 bool IsKeyStart(char16_t character) {
@@ -282,8 +210,7 @@ void ParseAndCheck(const std::u16string& text) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const std::u16string text = (size > 0 && data[0] == 0x00) ? ReadUtf16Units(data + 1, size - 1)
-                                                              : DecodeUtf8Leniently(data, size);
+    const std::u16string text = LocalizationManager::Fuzzing::DecodeFuzzInput(data, size);
     try {
         ParseAndCheck(text);
     } catch (const std::bad_alloc&) {
