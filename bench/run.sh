@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Builds the benchmarks (Release, build-bench/) and runs them: bench_parse (the parser), then
-# bench_file_content (reading and decoding files).
+# bench_file_content (reading and decoding files), then bench_pipeline (building the engine of
+# a scope from disk).
 #
 #   bench/run.sh [--smoke] [benchmark flags or catalog files...]
 #
@@ -31,7 +32,8 @@ fi
 cmake -S "$root" -B "$build" "${generator[@]}" \
   -DCMAKE_BUILD_TYPE=Release \
   -DLM_BUILD_BENCHMARKS=ON -DLM_BUILD_TESTS=OFF -DLM_BUILD_TOOLS=OFF -DLM_BUILD_FUZZERS=OFF
-cmake --build "$build" --target bench_parse bench_file_content -j 2
+cmake --build "$build" --target bench_parse bench_file_content bench_pipeline -j 2
 
 "$build/bench/bench_parse" "${extra[@]}"
 "$build/bench/bench_file_content" "${extra[@]}"
+"$build/bench/bench_pipeline" "${extra[@]}"
