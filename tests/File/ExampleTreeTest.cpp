@@ -4,6 +4,7 @@
 
 #include "File/FileResourceProvider.h"
 #include "StringLocalizing/Pipeline/ResourceProcessingPipeline.h"
+#include "TestSupport/Cultures.h"
 #include "TestSupport/FakeParamResolver.h"
 #include "ulo/rtl/TextConversion.h"
 
@@ -18,17 +19,11 @@ namespace {
 
 using localization_manager::Culture;
 using StringLocalizing::Pipeline::ResourceProcessingPipeline;
-using StringLocalizing::Testing::FakeParamResolver;
+using Testing::FakeParamResolver;
+using Testing::MakeCulture;
 
 const std::u16string kRoot = ulo::Utf8ToWide(LM_EXAMPLES_DIR "/localization");
 const std::u16string kAlternative = ulo::Utf8ToWide(LM_EXAMPLES_DIR "/localization-alt");
-
-Culture MakeCulture(std::uint32_t languageId, const char* firstSubtag = "") {
-    Culture culture;
-    culture.languageId = languageId;
-    culture.firstSubtag = firstSubtag;
-    return culture;
-}
 
 struct ExampleTreeTest : ::testing::Test {
     boost::shared_ptr<FileResourceProvider> provider =

@@ -2,6 +2,7 @@
 
 #include "File/FileResourceProvider.h"
 #include "File/TempTree.h"
+#include "TestSupport/Cultures.h"
 #include "TestSupport/ExpectThrowMessage.h"
 #include "ulo/rtl/CodeContracts.h"
 #include "ulo/rtl/TextConversion.h"
@@ -21,18 +22,11 @@ namespace {
 
 using localization_manager::Culture;
 using StringLocalizing::Model::PluralFormRuleId;
+using Testing::MakeCulture;
 using Testing::TempTree;
 
 constexpr std::uint32_t kEnglish = 7;
 constexpr std::int32_t kPortuguese = 24;
-
-Culture MakeCulture(std::uint32_t languageId, const char* first = "", const char* second = "") {
-    Culture culture;
-    culture.languageId = languageId;
-    culture.firstSubtag = first;
-    culture.secondSubtag = second;
-    return culture;
-}
 
 Culture English(const char* first = "", const char* second = "") {
     return MakeCulture(kEnglish, first, second);

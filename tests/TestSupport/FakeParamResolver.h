@@ -11,9 +11,9 @@
 #include <string>
 #include <vector>
 
-namespace LocalizationManager::StringLocalizing::Testing {
+namespace LocalizationManager::Testing {
 
-class FakeParamResolver : public Resolving::IParamResolver {
+class FakeParamResolver : public StringLocalizing::Resolving::IParamResolver {
   public:
     FakeParamResolver() = default;
     explicit FakeParamResolver(std::map<std::u16string, std::u16string> values)
@@ -36,4 +36,4 @@ class FakeParamResolver : public Resolving::IParamResolver {
     std::vector<std::u16string> asked_;
 };
 
-}  // namespace LocalizationManager::StringLocalizing::Testing
+}  // namespace LocalizationManager::Testing

@@ -1,6 +1,7 @@
 #include "StringLocalizing/Model/KeyNotFoundException.h"
 #include "StringLocalizing/Parsing/ParsingException.h"
 #include "StringLocalizing/Pipeline/ResourceProcessingPipeline.h"
+#include "TestSupport/Cultures.h"
 #include "TestSupport/ExpectThrowMessage.h"
 #include "TestSupport/FakeParamResolver.h"
 #include "ulo/rtl/CodeContracts.h"
@@ -20,6 +21,7 @@ using localization_manager::Culture;
 using Model::PluralFormRuleId;
 using Model::ResourceDictionary;
 using Testing::FakeParamResolver;
+using Testing::MakeCulture;
 
 constexpr std::uint32_t kRussian = 26;
 constexpr std::uint32_t kPortuguese = 24;
@@ -51,13 +53,6 @@ class FakeResourceProvider : public IResourceProvider {
         throw std::logic_error("not used by the pipeline");
     }
 };
-
-Culture MakeCulture(std::uint32_t languageId, const char* firstSubtag = "") {
-    Culture culture;
-    culture.languageId = languageId;
-    culture.firstSubtag = firstSubtag;
-    return culture;
-}
 
 struct PipelineTest : ::testing::Test {
     boost::shared_ptr<FakeResourceProvider> provider = boost::make_shared<FakeResourceProvider>();
