@@ -42,7 +42,8 @@ void RequireResourceName(const std::u16string& name) {
         componentStart = componentEnd + 1;
     }
     if (!valid) {
-        throw std::runtime_error("invalid resource name '" + ulo::WideToUtf8(name) + "'");
+        // Message text, which never fails: the name may hold any UTF-16 unit.
+        throw std::runtime_error("invalid resource name '" + ulo::WideToNarrowMessage(name) + "'");
     }
 }
 
@@ -160,7 +161,7 @@ std::vector<std::u16string> FileResourceProvider::PluralFormRulesCandidates(
         JoinPath(rootLocalizationUri_, WidenFolderName(StringLocalizing::Model::LanguageName(
                                            static_cast<std::uint32_t>(ruleId.languageId))));
     std::vector<std::u16string> candidates;
-    if (!ruleId.qualifier.empty()) {
+    if (!ruleId.qualifier.empty() && IsFolderNamePart(ruleId.qualifier)) {
         candidates.push_back(JoinPath(JoinPath(languageFolder, WidenFolderName(ruleId.qualifier)),
                                       kPluralRulesFileName));
     }

@@ -32,16 +32,20 @@ std::u16string JoinPath(const std::u16string& left, const std::u16string& right)
     return path;
 }
 
+bool IsFolderNamePart(const std::string& part) {
+    return part != ".." && part.find_first_of("/\\") == std::string::npos;
+}
+
 std::vector<std::u16string> CultureFolderNames(std::uint32_t languageId,
                                                const std::string& firstSubtag,
                                                const std::string& secondSubtag) {
     const std::u16string language =
         WidenFolderName(StringLocalizing::Model::LanguageName(languageId));
     std::vector<std::u16string> names{u"neutral", language};
-    if (!firstSubtag.empty()) {
+    if (!firstSubtag.empty() && IsFolderNamePart(firstSubtag)) {
         const std::u16string withFirst = language + u"-" + WidenFolderName(firstSubtag);
         names.push_back(withFirst);
-        if (!secondSubtag.empty()) {
+        if (!secondSubtag.empty() && IsFolderNamePart(secondSubtag)) {
             names.push_back(withFirst + u"-" + WidenFolderName(secondSubtag));
         }
     }

@@ -19,6 +19,11 @@ namespace LocalizationManager::File {
 // locale cannot widen gives a character no folder on disk is named with.
 std::u16string WidenFolderName(const std::string& name);
 
+// Whether a subtag or rule qualifier from a host can be part of a folder name. One holding a
+// separator or equal to ".." could lead out of the localization directories, so the folders it
+// would name are left out of every search.
+bool IsFolderNamePart(const std::string& part);
+
 // Appends `right` to `left` with "/" between them. An empty `right` leaves `left` unchanged;
 // no separator is added after an empty `left` or one that already ends in "/" or "\". Parts
 // holding separators of their own ("dialogs/download") are appended as they stand.

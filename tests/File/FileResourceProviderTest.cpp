@@ -221,6 +221,18 @@ TEST(FileResourceProviderPluralRules, UnqualifiedIdIgnoresQualifierFolders) {
     EXPECT_FALSE(RootOnly(tree).HasPluralFormRules(PluralFormRuleId{kPortuguese, ""}));
 }
 
+TEST(FileResourceProviderPluralRules, QualifierCannotLeadOutOfTheRoot) {
+    TempTree tree;
+    // root/pt/../../Plural.rule would be this file, outside the root.
+    tree.File("root/pt/Plural.rule").File("Plural.rule");
+    for (const std::string qualifier : {"../..", "..", "x/../../.."}) {
+        EXPECT_EQ(
+            Paths(tree, {"root/pt/Plural.rule"}),
+            RootOnly(tree).PluralFormRulesCandidates(PluralFormRuleId{kPortuguese, qualifier}))
+            << qualifier;
+    }
+}
+
 TEST(FileResourceProvider, UnsupportedLanguageFailsBeforeAnyFileIsLookedAt) {
     TempTree tree;
     // A lookup that tried "neutral" before naming the language would succeed here.

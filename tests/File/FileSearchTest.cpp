@@ -40,6 +40,11 @@ TEST(CultureFolderNames, LeastToMostSpecific) {
         {7, "US", "x-y", {u"neutral", u"en", u"en-US", u"en-US-x-y"}},
         {2, "hk", "", {u"neutral", u"zh-Hant", u"zh-Hant-hk"}},
         {34, "", "", {u"neutral", u"vi"}},
+        // Subtags that could lead out of the tree name no folder.
+        {7, "/../../x", "", {u"neutral", u"en"}},
+        {7, "..", "y", {u"neutral", u"en"}},
+        {7, "US", "a\\..\\b", {u"neutral", u"en", u"en-US"}},
+        {7, "a..b", "", {u"neutral", u"en", u"en-a..b"}},
     };
     for (const auto& testCase : cases) {
         EXPECT_EQ(testCase.names,
