@@ -11,6 +11,7 @@
 // The file reads come from the page cache after the first iteration: this measures the
 // code, not the disk. Bytes per second refer to the UTF-8 size.
 
+#include "CatalogArguments.h"
 #include "File/FileStream.h"
 #include "ulo/rtl/TextConversion.h"
 #include "ulo/rtl/Utf8Decoder.h"
@@ -45,18 +46,6 @@ struct Source {
     std::string bytes;  // the file's content, mark included
     std::u16string path;
 };
-
-std::vector<std::string> Split(const std::string& list, char separator) {
-    std::vector<std::string> parts;
-    std::stringstream stream(list);
-    std::string part;
-    while (std::getline(stream, part, separator)) {
-        if (!part.empty()) {
-            parts.push_back(part);
-        }
-    }
-    return parts;
-}
 
 std::string ReadBytes(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
@@ -186,26 +175,12 @@ std::shared_ptr<const Source> MakeSource(const TemporaryFolder& folder, const st
 int main(int argc, char** argv) {
     benchmark::Initialize(&argc, argv);
 
-    std::vector<std::string> paths;
-    for (int index = 1; index < argc; ++index) {
-        const std::string_view argument = argv[index];
-        constexpr std::string_view kCatalogFlag = "--catalog=";
-        if (argument.substr(0, kCatalogFlag.size()) == kCatalogFlag) {
-            paths.emplace_back(argument.substr(kCatalogFlag.size()));
-        } else if (!argument.empty() && argument.front() != '-') {
-            paths.emplace_back(argument);
-        } else {
-            std::fprintf(stderr, "bench_file_content: unknown argument %s\n", argv[index]);
-            return 2;
-        }
+    const auto catalogPaths = LocalizationManager::Benchmarks::CatalogPaths(
+        argc, argv, "bench_file_content", LM_BENCH_DEFAULT_CATALOG);
+    if (!catalogPaths) {
+        return 2;
     }
-    if (paths.empty()) {
-        if (const char* list = std::getenv("LM_BENCH_CATALOG"); list != nullptr && *list != 0) {
-            paths = Split(list, ':');
-        } else {
-            paths.emplace_back(LM_BENCH_DEFAULT_CATALOG);
-        }
-    }
+    const std::vector<std::string>& paths = *catalogPaths;
 
     std::unique_ptr<TemporaryFolder> folder;
     std::vector<std::shared_ptr<const Source>> sources;

@@ -9,6 +9,7 @@
 // second refer to the file's UTF-8 size. A file that does not parse is reported and makes the
 // program exit with status 1 before anything is timed.
 
+#include "CatalogArguments.h"
 #include "StringLocalizing/Model/ResourceDictionary.h"
 #include "StringLocalizing/Parsing/ParseLocFile.h"
 #include "ulo/rtl/TextConversion.h"
@@ -41,18 +42,6 @@ struct Catalog {
     std::size_t utf8Size = 0;
     std::size_t entries = 0;
 };
-
-std::vector<std::string> Split(const std::string& list, char separator) {
-    std::vector<std::string> parts;
-    std::stringstream stream(list);
-    std::string part;
-    while (std::getline(stream, part, separator)) {
-        if (!part.empty()) {
-            parts.push_back(part);
-        }
-    }
-    return parts;
-}
 
 // "…/catalog-10k.lt" -> "catalog-10k"
 std::string BenchmarkName(const std::string& path) {
@@ -113,26 +102,12 @@ void ParseCatalog(benchmark::State& state, const std::shared_ptr<const Catalog>&
 int main(int argc, char** argv) {
     benchmark::Initialize(&argc, argv);
 
-    std::vector<std::string> paths;
-    for (int index = 1; index < argc; ++index) {
-        const std::string_view argument = argv[index];
-        constexpr std::string_view kCatalogFlag = "--catalog=";
-        if (argument.substr(0, kCatalogFlag.size()) == kCatalogFlag) {
-            paths.emplace_back(argument.substr(kCatalogFlag.size()));
-        } else if (!argument.empty() && argument.front() != '-') {
-            paths.emplace_back(argument);
-        } else {
-            std::fprintf(stderr, "bench_parse: unknown argument %s\n", argv[index]);
-            return 2;
-        }
+    const auto catalogPaths = LocalizationManager::Benchmarks::CatalogPaths(
+        argc, argv, "bench_parse", LM_BENCH_DEFAULT_CATALOGS);
+    if (!catalogPaths) {
+        return 2;
     }
-    if (paths.empty()) {
-        if (const char* list = std::getenv("LM_BENCH_CATALOG"); list != nullptr && *list != 0) {
-            paths = Split(list, ':');
-        } else {
-            paths = Split(LM_BENCH_DEFAULT_CATALOGS, ';');
-        }
-    }
+    const std::vector<std::string>& paths = *catalogPaths;
 
     for (const std::string& path : paths) {
         std::shared_ptr<const Catalog> catalog;
