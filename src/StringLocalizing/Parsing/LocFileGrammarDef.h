@@ -3,6 +3,7 @@
 #include "StringLocalizing/Model/KeyCase.h"
 #include "StringLocalizing/Parsing/AddResource.h"
 #include "StringLocalizing/Parsing/LocFileGrammar.h"
+#include "StringLocalizing/Parsing/MoveAssign.h"
 
 #include <boost/phoenix/core.hpp>
 #include <boost/phoenix/function.hpp>
@@ -23,14 +24,6 @@ struct AppendOperand {
     using result_type = void;
     void operator()(Model::Value& value, Model::Operand& operand) const {
         value.operands.push_back(std::move(operand));
-    }
-};
-
-struct MoveAssign {
-    using result_type = void;
-    template <typename Target, typename Source>
-    void operator()(Target& target, Source& source) const {
-        target = std::move(source);
     }
 };
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "StringLocalizing/Parsing/MoveAssign.h"
 #include "StringLocalizing/Parsing/PluralFormRulesGrammar.h"
 
 #include <boost/phoenix/bind/bind_function.hpp>
@@ -95,14 +96,6 @@ using plural_rule_callables::Predicate;
 
 // Semantic actions move what a rule synthesised into its parent: a chain may hold a large
 // vector of conditions.
-
-struct MoveAssign {
-    using result_type = void;
-    template <typename Target, typename Source>
-    void operator()(Target& target, Source& source) const {
-        target = std::move(source);
-    }
-};
 
 struct AppendOperand {
     using result_type = void;
