@@ -84,16 +84,19 @@ std::int32_t ConvertCultureName(const std::string& name, Culture& culture) {
     return ulo::kResultUnspecifiedError;
 }
 
-std::string CultureText(const Culture& culture) {
-    std::string text =
-        LocalizationManager::StringLocalizing::Model::LanguageName(culture.languageId);
-    text += '-';
+std::string SubtagsText(const Culture& culture) {
+    std::string text = "-";
     text += culture.firstSubtag.ToStdString();
     if (!culture.secondSubtag.empty()) {
         text += '-';
         text += culture.secondSubtag.ToStdString();
     }
     return text;
+}
+
+std::string CultureText(const Culture& culture) {
+    return LocalizationManager::StringLocalizing::Model::LanguageName(culture.languageId) +
+           SubtagsText(culture);
 }
 
 }  // namespace localization_manager

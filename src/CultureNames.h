@@ -21,4 +21,8 @@ std::int32_t ConvertCultureName(const std::string& name, Culture& culture);
 // Throws std::range_error for a language id outside the language table.
 std::string CultureText(const Culture& culture);
 
+// The part of CultureText after the language name: "-" and the first subtag, then "-" and the
+// second subtag when there is one.
+std::string SubtagsText(const Culture& culture);
+
 }  // namespace localization_manager

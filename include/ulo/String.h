@@ -165,3 +165,12 @@ class basic_string_t {
 };
 
 }  // namespace ulo::types
+
+namespace ulo {
+
+// The framework strings of component interfaces: 16-bit text (keys, scopes, texts, paths) and
+// narrow text (culture names and subtags).
+using string16_t = types::basic_string_t<char16_t>;
+using string8_t = types::basic_string_t<char>;
+
+}  // namespace ulo
