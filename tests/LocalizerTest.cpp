@@ -1,0 +1,85 @@
+// The localizer's own contract, which no host can reach through the manager: Init refuses
+// null shared parts with messages that name the argument and the fixed source line.
+
+#include "Localizer.h"
+#include "StringLocalizing/Pipeline/IResourceProvider.h"
+#include "TestSupport/FakeServices.h"
+#include "ulo/rtl/CodeContracts.h"
+
+#include <boost/make_shared.hpp>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+#include <string>
+
+namespace {
+
+using LocalizationManager::Testing::FakeServiceLocator;
+using localization_manager::Localizer;
+using testing::EndsWith;
+using testing::StartsWith;
+
+struct NoFiles : LocalizationManager::StringLocalizing::Pipeline::IResourceProvider {
+    using ResourceFileText = LocalizationManager::StringLocalizing::Pipeline::ResourceFileText;
+    using PluralFormRuleId = LocalizationManager::StringLocalizing::Model::PluralFormRuleId;
+
+    ResourceFileText GetLocalizationText(const std::u16string&,
+                                         const localization_manager::Culture&) override {
+        throw std::runtime_error("no files");
+    }
+    bool HasPluralFormRules(const PluralFormRuleId&) override { return false; }
+    ResourceFileText GetPluralFormRulesText(const PluralFormRuleId&) override {
+        throw std::runtime_error("no files");
+    }
+    std::u16string GetBinaryResourcePath(const std::u16string&,
+                                         const localization_manager::Culture&,
+                                         const std::u16string&) override {
+        throw std::runtime_error("no files");
+    }
+};
+
+TEST(LocalizerTest, InitNamesTheFirstNullPartAndItsLine) {
+    FakeServiceLocator locator;
+    ulo::ObjectPtr<ulo::Object<Localizer>> localizer;
+    ASSERT_EQ(ulo::kResultOk, ulo::Object<Localizer>::CreateInstance(&locator, localizer.Ref()));
+
+    const boost::shared_ptr<Localizer::IResourceProvider> provider = boost::make_shared<NoFiles>();
+    const auto dictionary = boost::make_shared<Localizer::ResourceDictionary>();
+    const auto syncObject = boost::make_shared<ulo::CriticalSection>();
+    const decltype(provider) noProvider;
+    const decltype(dictionary) noDictionary;
+    const decltype(syncObject) noSyncObject;
+
+    struct Case {
+        const char* argument;
+        int line;
+        boost::shared_ptr<Localizer::IResourceProvider> provider;
+        boost::shared_ptr<Localizer::ResourceDictionary> dictionary;
+        boost::shared_ptr<ulo::CriticalSection> syncObject;
+    };
+    const Case cases[] = {
+        {"resourceProvider", 129, noProvider, noDictionary, noSyncObject},
+        {"commonResourceDictionary", 130, provider, noDictionary, noSyncObject},
+        {"commonResourceDictionarySyncObject", 131, provider, dictionary, noSyncObject},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.argument);
+        try {
+            localizer->Init(c.provider, c.dictionary, c.syncObject, ulo::string16_t(u"scope"),
+                            localization_manager::Culture(), nullptr);
+            ADD_FAILURE() << "Init accepted a null " << c.argument;
+        } catch (const code_contracts::NullPointerException<
+                 code_contracts::InvariantViolationException>& error) {
+            const std::string message = error.what();
+            EXPECT_THAT(message, StartsWith(std::string("Contract Violation! Violated argument '") +
+                                            c.argument +
+                                            "' at void localization_manager::Localizer::Init("));
+            EXPECT_THAT(message, EndsWith(" at LocalizationManager:" + std::to_string(c.line) +
+                                          "Description: unexpected null pointer"));
+        }
+    }
+}
+
+}  // namespace
