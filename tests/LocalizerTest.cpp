@@ -83,3 +83,31 @@ TEST(LocalizerTest, InitNamesTheFirstNullPartAndItsLine) {
 }
 
 }  // namespace
+
+namespace {
+
+// Reporting a failure for a culture outside the language table must not fail in its turn on
+// the culture's name.
+TEST(LocalizerTest, CultureOutsideTheLanguageTableIsReportedByNumber) {
+    FakeServiceLocator locator;
+    ulo::ObjectPtr<ulo::Object<Localizer>> localizer;
+    ASSERT_EQ(ulo::kResultOk, ulo::Object<Localizer>::CreateInstance(&locator, localizer.Ref()));
+    localization_manager::Culture culture;
+    culture.languageId = 35;
+    culture.firstSubtag = "x";
+    localizer->Init(boost::make_shared<NoFiles>(),
+                    boost::make_shared<Localizer::ResourceDictionary>(),
+                    boost::make_shared<ulo::CriticalSection>(), ulo::string16_t(u"dialogs"),
+                    culture, nullptr);
+
+    ulo::string16_t text;
+    EXPECT_EQ(ulo::kResultUnspecifiedError, localizer->GetString(ulo::string16_t(u"key"), text));
+    ASSERT_EQ(1u, locator.tracer.lines.size());
+    EXPECT_EQ(
+        "localization manager error: cannot create string localizer for scope dialogs culture "
+        "<35>-x, error: no files",
+        locator.tracer.lines[0]);
+    EXPECT_EQ(300, locator.tracer.levels[0]);
+}
+
+}  // namespace
