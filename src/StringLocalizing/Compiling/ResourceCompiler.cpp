@@ -57,6 +57,10 @@ std::size_t CopyCost(const Model::Operand& operand) {
     return boost::apply_visitor(CopyCostVisitor(), operand);
 }
 
+bool IsKeyReference(const Model::Operand& operand) {
+    return boost::get<Model::KeyRef>(&operand) != nullptr;
+}
+
 }  // namespace
 
 ResourceCompiler::ResourceCompiler(
@@ -102,6 +106,15 @@ void ResourceCompiler::CompileKey(const std::u16string& key) {
     const VisitGuard guard(visitingStack_, key);
 
     Model::Value& value = resourceDictionary_->at(key);
+    // A value without references (every value of a dictionary compiled before) is left
+    // untouched, not rebuilt: the common texts are compiled again by each new pipeline of a
+    // culture while the pipelines built before read them without a lock.
+    if (std::none_of(value.operands.begin(), value.operands.end(), IsKeyReference)) {
+        if (value.operands.size() > kMaxCompiledOperands) {
+            throw ExpansionLimitException::OperandCount(key);
+        }
+        return;
+    }
     std::vector<Model::Operand> compiled;
     compiled.reserve(value.operands.size());
     for (const Model::Operand& operand : value.operands) {

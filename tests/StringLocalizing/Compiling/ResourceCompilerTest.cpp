@@ -13,6 +13,7 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
 #include <string>
 
 namespace LocalizationManager::StringLocalizing::Compiling {
@@ -92,6 +93,24 @@ TEST(ResourceCompiler, OnlyKeysReachedThroughReferencesCountAsCompiled) {
     EXPECT_EQ((std::set<std::u16string>{u"b"}), pair.scopeCompiler->CompiledKeys());
     EXPECT_EQ((std::set<std::u16string>{u"shared"}), pair.commonCompiler->CompiledKeys());
     EXPECT_EQ(pair.scope->at(u"a"), pair.scope->at(u"b"));
+}
+
+// Each new pipeline of a culture compiles the shared common texts again while earlier ones
+// read them without a lock, so a second compilation must not write to any value.
+TEST(ResourceCompiler, CompilingAgainLeavesEveryValueInPlace) {
+    const auto dictionary = Parse(u"a = b + '!'\nb = 'x' + $p\nc = {$n: d, 'y'}\nd = 'z'");
+    ResourceCompiler(boost::make_shared<RootExpressionProvider>()).Compile(dictionary);
+    std::map<std::u16string, const Model::Operand*> storage;
+    for (const auto& [key, value] : *dictionary) {
+        storage[key] = value.operands.data();
+    }
+    const std::string compiled = Dump(*dictionary);
+
+    ResourceCompiler(boost::make_shared<RootExpressionProvider>()).Compile(dictionary);
+    EXPECT_EQ(compiled, Dump(*dictionary));
+    for (const auto& [key, value] : *dictionary) {
+        EXPECT_EQ(storage[key], value.operands.data()) << ulo::WideToUtf8(key);
+    }
 }
 
 TEST(ResourceCompiler, EmptyDictionaryNeverAsksTheParent) {
