@@ -1,5 +1,5 @@
 # The two commands of the README, and the builds CI adds on top of them.
-#   make run    build, then parse the example localization tree and print what it holds
+#   make run    build, then show the example localization tree through the loaded module
 #   make test   build, then run every unit test
 BUILD_DIR ?= build
 SANITIZE_BUILD_DIR ?= build-sanitize
@@ -20,7 +20,7 @@ build: configure
 	@cmake --build $(BUILD_DIR) -j$(JOBS)
 
 run: build
-	@find examples -name '*.lt' | LC_ALL=C sort | xargs $(BUILD_DIR)/tools/locmgr/locmgr parse
+	@bash scripts/run-examples.sh $(BUILD_DIR)/bin/locmgr
 
 test: build
 	@ctest --test-dir $(BUILD_DIR) --output-on-failure -j$(JOBS)

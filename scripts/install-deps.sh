@@ -5,7 +5,7 @@ set -euo pipefail
 
 packages=(
   g++ make cmake ninja-build python3
-  libboost-dev libgtest-dev libgmock-dev libbenchmark-dev
+  libboost-dev libgtest-dev libgmock-dev libbenchmark-dev nlohmann-json3-dev
   # fuzzing: clang with the libFuzzer and sanitizer runtimes
   clang libclang-rt-14-dev
 )

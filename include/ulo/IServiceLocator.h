@@ -14,7 +14,9 @@ namespace ulo {
 class IServiceLocator : public IObject {
   public:
     // Slot 3: stores service `serviceId` in `*out` with one reference and returns 0, or stores
-    // null and returns a failure code. `reserved` is 0.
+    // null and returns a failure code. `*out` is a pointer of the service's own interface type
+    // (IAllocator* for IAllocator::kServiceId, ITracer* for ITracer::kServiceId). `reserved`
+    // is 0.
     virtual std::int32_t GetService(ServiceId serviceId, std::uint32_t reserved, void** out) = 0;
 
   protected:

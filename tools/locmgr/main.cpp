@@ -1,82 +1,98 @@
-// locmgr: the command-line tool for hosts and translators.
-//
-//   locmgr parse FILE...   parses localization files and prints their entries in canonical
-//                          form, or the parse error report of each file that fails.
-//
-// Exit status: 0 all went well, 1 a file failed, 2 bad usage.
+// locmgr: the command-line host of the localization manager module, for developers and
+// translators. It picks the subcommand, and turns every error into a message and an exit
+// status: 0 all went well, 1 a request failed, 2 bad usage or the module could not be loaded.
 
-#include "StringLocalizing/Model/ValueFormat.h"
-#include "StringLocalizing/Parsing/ParseLocFile.h"
-#include "StringLocalizing/Parsing/ParsingException.h"
-#include "ulo/rtl/TextConversion.h"
+#include "Commands.h"
+#include "ModuleSession.h"
+#include "Options.h"
 
-#include <fstream>
+#include <exception>
 #include <iostream>
-#include <iterator>
-#include <sstream>
 #include <string>
 #include <vector>
 
 namespace {
 
-namespace Model = LocalizationManager::StringLocalizing::Model;
-namespace Parsing = LocalizationManager::StringLocalizing::Parsing;
+using locmgr::Command;
 
-constexpr int kExitOk = 0;
-constexpr int kExitFailed = 1;
-constexpr int kExitUsage = 2;
+const Command* const kCommands[] = {&locmgr::kGetCommand, &locmgr::kStreamCommand,
+                                    &locmgr::kCultureCommand, &locmgr::kBatchCommand,
+                                    &locmgr::kParseCommand};
 
-void PrintUsage(std::ostream& out) {
-    out << "usage: locmgr parse FILE...\n"
-           "  parse   print the entries of localization files (.lt), or their parse errors\n";
+void PrintOverview(std::ostream& out) {
+    out << "usage: locmgr COMMAND [OPTION]... [ARGUMENT]...\n"
+           "\n"
+           "Reads localized texts and binary resources through the localization manager\n"
+           "module, as a host application does, and checks localization files. Every line the\n"
+           "module traces is printed on standard error.\n"
+           "\n"
+           "Commands:\n";
+    for (const Command* command : kCommands) {
+        out << "  " << command->name << std::string(10 - std::string(command->name).size(), ' ')
+            << command->summary << '\n';
+    }
+    out << "\n"
+           "Run 'locmgr COMMAND --help' for the options of a command.\n"
+           "\n"
+           "Exit status: 0 all went well, 1 a request failed, 2 bad usage or the module could\n"
+           "not be loaded.\n"
+           "\n"
+           "Example:\n"
+           "  locmgr get --root examples/localization --scope download --culture de windowTitle\n";
 }
 
-// Reads a UTF-8 file without its byte-order mark.
-bool ReadUtf8File(const std::string& path, std::string& content) {
-    std::ifstream file(path, std::ios::binary);
-    if (!file) {
-        return false;
-    }
-    content.assign(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
-    if (content.compare(0, 3, "\xEF\xBB\xBF") == 0) {
-        content.erase(0, 3);
-    }
-    return !file.bad();
-}
-
-int ParseFiles(const std::vector<std::string>& paths) {
-    int status = kExitOk;
-    for (const std::string& path : paths) {
-        std::string content;
-        if (!ReadUtf8File(path, content)) {
-            std::cerr << path << ": cannot read file\n";
-            status = kExitFailed;
-            continue;
-        }
-        try {
-            Model::ResourceDictionary dictionary;
-            Parsing::ParseLocFile(ulo::Utf8ToWide(content), ulo::Utf8ToWide(path), dictionary);
-            std::cout << "# " << path << ": " << dictionary.size() << " entries\n"
-                      << ulo::WideToUtf8(Model::FormatDictionary(dictionary));
-        } catch (const std::exception& error) {
-            std::cerr << path << ": " << error.what() << "\n";
-            status = kExitFailed;
+const Command* FindCommand(const std::string& name) {
+    for (const Command* command : kCommands) {
+        if (name == command->name) {
+            return command;
         }
     }
-    return status;
+    return nullptr;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
     const std::vector<std::string> arguments(argv + 1, argv + argc);
-    if (arguments.empty() || arguments[0] == "--help" || arguments[0] == "-h") {
-        PrintUsage(arguments.empty() ? std::cerr : std::cout);
-        return arguments.empty() ? kExitUsage : kExitOk;
+    if (arguments.empty()) {
+        PrintOverview(std::cerr);
+        return locmgr::kExitUsage;
     }
-    if (arguments[0] == "parse" && arguments.size() > 1) {
-        return ParseFiles({arguments.begin() + 1, arguments.end()});
+    const std::string& name = arguments.front();
+    if (name == "--help" || name == "-h" || name == "help") {
+        PrintOverview(std::cout);
+        return locmgr::kExitOk;
     }
-    PrintUsage(std::cerr);
-    return kExitUsage;
+    const Command* command = FindCommand(name);
+    if (command == nullptr) {
+        std::cerr << "locmgr: unknown command '" << name << "'\n"
+                  << "Try 'locmgr --help'.\n";
+        return locmgr::kExitUsage;
+    }
+    try {
+        const locmgr::Options options =
+            locmgr::Options::Parse({arguments.begin() + 1, arguments.end()}, command->options);
+        if (options.HelpRequested()) {
+            std::cout << command->help;
+            return locmgr::kExitOk;
+        }
+        const int status = command->run(options);
+        // Texts that never arrived are a failure, not a silent success (a full disk, a
+        // closed descriptor).
+        if (!std::cout.flush()) {
+            std::cerr << "locmgr: cannot write to standard output\n";
+            return locmgr::kExitFailed;
+        }
+        return status;
+    } catch (const locmgr::UsageError& error) {
+        std::cerr << "locmgr " << name << ": " << error.what() << "\n"
+                  << "Try 'locmgr " << name << " --help'.\n";
+        return locmgr::kExitUsage;
+    } catch (const locmgr::ModuleUnavailable& error) {
+        std::cerr << "locmgr: " << error.what() << "\n";
+        return locmgr::kExitUsage;
+    } catch (const std::exception& error) {
+        std::cerr << "locmgr " << name << ": " << error.what() << "\n";
+        return locmgr::kExitFailed;
+    }
 }

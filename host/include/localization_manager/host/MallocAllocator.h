@@ -1,0 +1,35 @@
+#pragma once
+
+#include "ulo/IServiceLocator.h"
+
+#include <cstddef>
+#include <cstdint>
+
+namespace localization_manager::host {
+
+// The allocator service over the C heap. It holds no state, so one instance serves the whole
+// process and is never destroyed: a component may keep its reference for as long as it likes,
+// even past the end of main. Like every static framework object it does not count references
+// (AddRef and Release return 0).
+class MallocAllocator final : public ulo::IAllocator {
+  public:
+    // The process-wide instance.
+    static MallocAllocator& Instance() noexcept;
+
+    std::uint32_t AddRef() override { return 0; }
+    std::uint32_t Release() override { return 0; }
+    // Answers IObject only: the allocator has no interface id of its own.
+    std::int32_t QueryInterface(ulo::InterfaceId interfaceId, void** out) override;
+
+    // A request for 0 bytes still yields a unique block, so that null always means "out of
+    // memory".
+    void* Allocate(std::size_t bytes) override;
+    // Reallocating to 0 bytes keeps a small block instead of freeing it, for the same reason.
+    void* Reallocate(void* block, std::size_t bytes) override;
+    void Free(void* block) override;
+
+  private:
+    MallocAllocator() = default;
+};
+
+}  // namespace localization_manager::host

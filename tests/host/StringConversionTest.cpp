@@ -1,0 +1,70 @@
+#include "localization_manager/host/StringConversion.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace localization_manager::host {
+namespace {
+
+TEST(StringConversionTest, Utf8ToUtf16) {
+    const struct {
+        std::string utf8;
+        std::u16string utf16;
+    } cases[] = {
+        {"", u""},
+        {"plain", u"plain"},
+        {std::string("a\0b", 3), std::u16string(u"a\0b", 3)},
+        {"Загрузка – 🎉", u"Загрузка – 🎉"},
+        {"\xEF\xBF\xBF", u"\uFFFF"},
+        {"\xF4\x8F\xBF\xBF", u"\U0010FFFF"},
+        // Each invalid or cut-off sequence becomes one U+FFFD, and decoding goes on after it.
+        {"a\xFF"
+         "b",
+         u"a\uFFFDb"},
+        {"\x80\x80", u"\uFFFD\uFFFD"},
+        {"\xE2\x82", u"\uFFFD"},
+        {"\xE2\x82"
+         "x",
+         u"\uFFFDx"},
+        {"\xF0\x9F\x8E", u"\uFFFD"},
+        // Overlong forms, encoded surrogates and values beyond U+10FFFF are refused at the
+        // second byte, which then starts over.
+        {"\xC0\xAF", u"\uFFFD\uFFFD"},
+        {"\xE0\x80\xAF", u"\uFFFD\uFFFD\uFFFD"},
+        {"\xED\xA0\x80", u"\uFFFD\uFFFD\uFFFD"},
+        {"\xF4\x90\x80\x80", u"\uFFFD\uFFFD\uFFFD\uFFFD"},
+    };
+    for (const auto& testCase : cases) {
+        EXPECT_EQ(testCase.utf16, Utf8ToUtf16(testCase.utf8)) << testCase.utf8;
+    }
+}
+
+TEST(StringConversionTest, Utf16ToUtf8) {
+    const struct {
+        std::u16string utf16;
+        std::string utf8;
+    } cases[] = {
+        {u"", ""},
+        {u"Загрузка – 🎉", "Загрузка – 🎉"},
+        {std::u16string(1, u'\xD83C'), "\xEF\xBF\xBD"},
+        {std::u16string(1, u'\xDF89') + u"x", "\xEF\xBF\xBDx"},
+        // A high surrogate followed by another high one: the first is lone, the pair after it
+        // is whole.
+        {std::u16string{u'\xD83C', u'\xD83C', u'\xDF89'}, "\xEF\xBF\xBD🎉"},
+    };
+    for (const auto& testCase : cases) {
+        EXPECT_EQ(testCase.utf8, Utf16ToUtf8(testCase.utf16));
+    }
+}
+
+TEST(StringConversionTest, FrameworkStringsRoundTrip) {
+    const std::string text = "sr-Latn: Preuzimanje je završeno 🎉";
+    const ulo::string16_t framework = ToFrameworkString(text);
+    EXPECT_EQ(Utf8ToUtf16(text), framework.ToStdString());
+    EXPECT_EQ(text, ToUtf8(framework));
+    EXPECT_TRUE(ToFrameworkString("").empty());
+}
+
+}  // namespace
+}  // namespace localization_manager::host

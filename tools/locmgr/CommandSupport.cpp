@@ -1,0 +1,32 @@
+#include "CommandSupport.h"
+
+#include "ulo/ResultCode.h"
+
+#include <iostream>
+
+namespace locmgr {
+
+bool ConvertCultureOrReport(ModuleSession& session, const std::string& name,
+                            localization_manager::Culture& culture) {
+    const std::int32_t code = session.ConvertCulture(name, culture);
+    if (ulo::Succeeded(code)) {
+        return true;
+    }
+    // Said in our own words even when the converter traced: a user needs the name first.
+    session.TakeLines();
+    std::cerr << "locmgr: unknown culture name '" << name
+              << "'; try a name such as ru, en-US, sr-Latn or anz\n";
+    return false;
+}
+
+bool OpenTreeOrReport(ModuleSession& session, const Options& options) {
+    const std::string root = options.Value(kRootOption.name);
+    const std::int32_t code = session.OpenTree(root, options.Value(kAltOption.name));
+    if (ulo::Succeeded(code)) {
+        return true;
+    }
+    session.ReportFailure("cannot use the localization tree at '" + root + "'", code);
+    return false;
+}
+
+}  // namespace locmgr

@@ -1,0 +1,29 @@
+#pragma once
+
+// What the module commands share: the options that name the localization tree, and turning a
+// culture name into a culture with a message a user understands.
+
+#include "ModuleSession.h"
+#include "Options.h"
+#include "localization_manager/Culture.h"
+
+#include <string>
+
+namespace locmgr {
+
+const OptionSpec kModuleOption{"--module", true};
+const OptionSpec kRootOption{"--root", true};
+const OptionSpec kAltOption{"--alt", true};
+const OptionSpec kScopeOption{"--scope", true};
+const OptionSpec kCultureOption{"--culture", true};
+
+// Converts `name` through the session's culture converter; on failure says so on standard
+// error and returns false.
+bool ConvertCultureOrReport(ModuleSession& session, const std::string& name,
+                            localization_manager::Culture& culture);
+
+// Constructs the session's manager over --root and --alt; on failure reports and returns
+// false.
+bool OpenTreeOrReport(ModuleSession& session, const Options& options);
+
+}  // namespace locmgr
