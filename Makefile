@@ -3,10 +3,11 @@
 #   make test   build, then run every unit test
 BUILD_DIR ?= build
 SANITIZE_BUILD_DIR ?= build-sanitize
+TSAN_BUILD_DIR ?= build-tsan
 JOBS ?= 2
 CMAKE_FLAGS ?=
 
-.PHONY: all deps configure build run test sanitize fuzz bench format format-check clean
+.PHONY: all deps configure build run test sanitize tsan fuzz bench format format-check clean
 
 all: build
 
@@ -30,6 +31,13 @@ sanitize: deps
 	@cmake --build $(SANITIZE_BUILD_DIR) -j$(JOBS)
 	@ctest --test-dir $(SANITIZE_BUILD_DIR) --output-on-failure -j$(JOBS)
 
+# Only the end-to-end tests: they are the ones that run the module from several threads.
+tsan: deps
+	@cmake -S . -B $(TSAN_BUILD_DIR) -G Ninja -DLM_TSAN=ON -DLM_BUILD_TOOLS=OFF >/dev/null
+	@cmake --build $(TSAN_BUILD_DIR) -j$(JOBS) --target e2e_tests
+	@TSAN_OPTIONS="halt_on_error=1 second_deadlock_stack=1" \
+		ctest --test-dir $(TSAN_BUILD_DIR) --output-on-failure -j$(JOBS) -L e2e
+
 fuzz: deps
 	@bash fuzz/run.sh $(FUZZ_SECONDS)
 
@@ -43,4 +51,4 @@ format-check:
 	@git ls-files '*.h' '*.cpp' | xargs clang-format --dry-run --Werror
 
 clean:
-	@rm -rf $(BUILD_DIR) $(SANITIZE_BUILD_DIR) build-fuzz build-bench
+	@rm -rf $(BUILD_DIR) $(SANITIZE_BUILD_DIR) $(TSAN_BUILD_DIR) build-fuzz build-bench

@@ -9,6 +9,18 @@ if(LM_SANITIZE)
   add_link_options(${LM_SANITIZER_FLAGS})
 endif()
 
+# ThreadSanitizer cannot share a build with AddressSanitizer. A host that loads the module
+# must be instrumented as well as the module, so this too applies to every target.
+option(LM_TSAN "Build everything with ThreadSanitizer" OFF)
+if(LM_TSAN)
+  if(LM_SANITIZE)
+    message(FATAL_ERROR "LM_TSAN and LM_SANITIZE exclude each other; use two build folders")
+  endif()
+  set(LM_TSAN_FLAGS -fsanitize=thread -fno-omit-frame-pointer)
+  add_compile_options(${LM_TSAN_FLAGS})
+  add_link_options(${LM_TSAN_FLAGS})
+endif()
+
 # Applies the project's warnings and source-name mapping to one of our own targets.
 # Contract messages name the source file through __FILE__; mapping the source directory away
 # keeps those messages the same whatever folder the project is built in.

@@ -12,7 +12,6 @@
 
 #include <atomic>
 #include <cstdint>
-#include <cstdlib>
 #include <new>
 
 #define ULO_EXPORT extern "C" __attribute__((visibility("default")))
@@ -26,8 +25,7 @@ constexpr int kSpinAttempts = 4000;
 // Which static factories have been constructed: one bit per class.
 std::atomic<std::uint32_t> constructedFactories{0};
 
-// One static factory of class T, constructed on first request under its own lock word and
-// destroyed when the module is unloaded.
+// One static factory of class T, constructed on first request under its own lock word.
 template <class T, std::uint32_t kConstructedBit>
 class StaticFactory {
   public:
@@ -36,14 +34,20 @@ class StaticFactory {
     static ulo::IObjectFactory* Get() {
         Acquire();
         if ((constructedFactories.load(std::memory_order_acquire) & kConstructedBit) == 0) {
-            constructedFactories.fetch_or(kConstructedBit, std::memory_order_acq_rel);
             new (&storage_) Factory();
-            std::atexit(&Destroy);
+            constructedFactories.fetch_or(kConstructedBit, std::memory_order_acq_rel);
         }
         ulo::IObjectFactory* factory = std::launder(reinterpret_cast<Factory*>(&storage_));
         factory->AddRef();
         lockWord_.exchange(0, std::memory_order_release);
         return factory;
+    }
+
+    // Called once, when the module is unloaded.
+    static void DestroyIfConstructed() {
+        if ((constructedFactories.load(std::memory_order_acquire) & kConstructedBit) != 0) {
+            std::launder(reinterpret_cast<Factory*>(&storage_))->~Factory();
+        }
     }
 
   private:
@@ -56,11 +60,26 @@ class StaticFactory {
         }
     }
 
-    static void Destroy() { std::launder(reinterpret_cast<Factory*>(&storage_))->~Factory(); }
-
     static inline std::atomic<std::int32_t> lockWord_{0};
     alignas(Factory) static inline unsigned char storage_[sizeof(Factory)];
 };
+
+using ManagerFactory = StaticFactory<localization_manager::LocalizationManager, 1u << 0>;
+using CultureConverterFactory = StaticFactory<localization_manager::CultureConverterImpl, 1u << 1>;
+
+// Destroys the factories constructed so far when the module is unloaded. A static object's
+// destructor is tied to the module that defines it; a handler given to atexit may be tied to
+// the whole process instead (sanitizer runtimes replace atexit), and would then run after the
+// module's code is gone.
+struct FactoryCleanup {
+    FactoryCleanup() = default;
+    FactoryCleanup(const FactoryCleanup&) = delete;
+    FactoryCleanup& operator=(const FactoryCleanup&) = delete;
+    ~FactoryCleanup() {
+        ManagerFactory::DestroyIfConstructed();
+        CultureConverterFactory::DestroyIfConstructed();
+    }
+} factoryCleanup;
 
 }  // namespace
 
@@ -71,10 +90,10 @@ ULO_EXPORT std::int32_t uloGetObjectFactory(ulo::IObject* /*host*/, ulo::ClassId
     }
     switch (classId) {
         case localization_manager::kLocalizationManagerClassId:
-            *factory = StaticFactory<localization_manager::LocalizationManager, 1u << 0>::Get();
+            *factory = ManagerFactory::Get();
             return ulo::kResultOk;
         case localization_manager::kCultureConverterClassId:
-            *factory = StaticFactory<localization_manager::CultureConverterImpl, 1u << 1>::Get();
+            *factory = CultureConverterFactory::Get();
             return ulo::kResultOk;
         default:
             *factory = nullptr;

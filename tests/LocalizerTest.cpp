@@ -16,8 +16,8 @@
 
 namespace {
 
-using LocalizationManager::Testing::FakeServiceLocator;
 using localization_manager::Localizer;
+using LocalizationManager::Testing::FakeServiceLocator;
 using testing::EndsWith;
 using testing::StartsWith;
 
@@ -70,8 +70,9 @@ TEST(LocalizerTest, InitNamesTheFirstNullPartAndItsLine) {
             localizer->Init(c.provider, c.dictionary, c.syncObject, ulo::string16_t(u"scope"),
                             localization_manager::Culture(), nullptr);
             ADD_FAILURE() << "Init accepted a null " << c.argument;
-        } catch (const code_contracts::NullPointerException<
-                 code_contracts::InvariantViolationException>& error) {
+        } catch (
+            const code_contracts::NullPointerException<code_contracts::InvariantViolationException>&
+                error) {
             const std::string message = error.what();
             EXPECT_THAT(message, StartsWith(std::string("Contract Violation! Violated argument '") +
                                             c.argument +
@@ -95,10 +96,9 @@ TEST(LocalizerTest, CultureOutsideTheLanguageTableIsReportedByNumber) {
     localization_manager::Culture culture;
     culture.languageId = 35;
     culture.firstSubtag = "x";
-    localizer->Init(boost::make_shared<NoFiles>(),
-                    boost::make_shared<Localizer::ResourceDictionary>(),
-                    boost::make_shared<ulo::CriticalSection>(), ulo::string16_t(u"dialogs"),
-                    culture, nullptr);
+    localizer->Init(
+        boost::make_shared<NoFiles>(), boost::make_shared<Localizer::ResourceDictionary>(),
+        boost::make_shared<ulo::CriticalSection>(), ulo::string16_t(u"dialogs"), culture, nullptr);
 
     ulo::string16_t text;
     EXPECT_EQ(ulo::kResultUnspecifiedError, localizer->GetString(ulo::string16_t(u"key"), text));

@@ -52,7 +52,8 @@ class FakeAllocator : public CountedFake<ulo::IAllocator> {
 // Keeps every committed line.
 class RecordingTracer : public CountedFake<ulo::ITracer> {
   public:
-    std::int32_t BeginRecord(std::int32_t level, std::uint32_t, ulo::ITraceRecord** record) override {
+    std::int32_t BeginRecord(std::int32_t level, std::uint32_t,
+                             ulo::ITraceRecord** record) override {
         *record = new Record(level);
         return ulo::kResultOk;
     }

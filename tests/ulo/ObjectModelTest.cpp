@@ -114,8 +114,7 @@ TEST_F(ObjectModelTest, CreationFailuresReturnTheirCodeAndLeaveNothingBehind) {
         c.prepare(failing);
         nextOutcome = c.outcome;
         void* out = &failing;
-        EXPECT_EQ(c.expected,
-                  factory.CreateInstance(&failing, ITestInterface::kInterfaceId, &out));
+        EXPECT_EQ(c.expected, factory.CreateInstance(&failing, ITestInterface::kInterfaceId, &out));
         EXPECT_EQ(nullptr, out);
         EXPECT_EQ(0u, failing.references);
         EXPECT_EQ(0u, failing.allocator.references);

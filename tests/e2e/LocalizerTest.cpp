@@ -1,0 +1,225 @@
+// Localizers through the module: texts of the example tree, each way a text request fails and
+// the line it traces, and binary resources with the read-only stream they come in.
+
+#include "File/TempTree.h"
+#include "ModuleHost.h"
+#include "ulo/IIO.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+namespace localization_manager::e2e {
+namespace {
+
+using LocalizationManager::Testing::TempTree;
+using ::testing::AllOf;
+using ::testing::HasSubstr;
+using ::testing::StartsWith;
+
+using LocalizerTest = ModuleHostTest;
+
+const std::string kExamples = LM_EXAMPLES_DIR "/localization";
+const std::string kExamplesAlternative = LM_EXAMPLES_DIR "/localization-alt";
+
+std::string FileBytes(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+// Everything from the stream's position to its end.
+std::string ReadRest(ulo::IIO& stream) {
+    std::string bytes;
+    char buffer[7];  // Small, so that reads end mid-file.
+    std::uint32_t read = 0;
+    while (stream.Read(buffer, sizeof buffer, &read) == ulo::kResultOk && read != 0) {
+        bytes.append(buffer, read);
+    }
+    return bytes;
+}
+
+TEST_F(LocalizerTest, TextsOfTheExampleTree) {
+    InterfacePtr<ILocalizationManager> manager =
+        Manager(host::Utf8ToUtf16(kExamples), host::Utf8ToUtf16(kExamplesAlternative));
+    ASSERT_TRUE(manager);
+    const auto params = ParamResolver::Create({{"count", "3"}, {"folders", "2"}});
+    const struct {
+        Culture culture;
+        const char* scope;
+        const char* key;
+        const char* text;
+    } cases[] = {
+        {MakeCulture(kRussian), "download", "summary", "3 файла в 2 папках."},
+        {MakeCulture(kGerman, "AT"), "download", "done", "Fertig! 🎉"},
+        {MakeCulture(kEnglish, "US"), "settings", "THEME", "Color scheme"},
+        {MakeCulture(kSerbianLatin), "download", "status", "Preuzeto: 3 datoteke."},
+    };
+    for (const auto& testCase : cases) {
+        InterfacePtr<ILocalizer> localizer =
+            Localizer(*manager, testCase.scope, testCase.culture, params.Get());
+        ASSERT_TRUE(localizer);
+        EXPECT_EQ(Ok(testCase.text), GetText(*localizer, testCase.key)) << testCase.key;
+    }
+    EXPECT_TRUE(TakeLines().empty());
+}
+
+TEST_F(LocalizerTest, MissingScopeFileNamesTheCulture) {
+    TempTree tree;
+    tree.File("root/neutral/Locs/common.lt", "ok = 'OK'");
+    InterfacePtr<ILocalizationManager> manager = Manager(tree.Path("root"));
+    ASSERT_TRUE(manager);
+    const struct {
+        Culture culture;
+        const char* text;
+    } cultures[] = {
+        {MakeCulture(kRussian), "ru-"},
+        {MakeCulture(kEnglish, "US"), "en-US"},
+        {MakeCulture(kSerbianLatin, "RS", "x"), "sr-Latn-RS-x"},
+    };
+    for (const auto& culture : cultures) {
+        InterfacePtr<ILocalizer> localizer = Localizer(*manager, "absent", culture.culture);
+        ASSERT_TRUE(localizer);
+        EXPECT_EQ(ulo::kResultUnspecifiedError, GetText(*localizer, "ok").code);
+        EXPECT_EQ(std::string("cannot create string localizer for scope absent culture ") +
+                      culture.text + ", error: cannot find localization file 'absent.lt'",
+                  TakeErrorLine());
+    }
+}
+
+TEST_F(LocalizerTest, TriesAgainAfterTheCommonFileFailedToParse) {
+    TempTree tree;
+    tree.File("root/neutral/Locs/common.lt", "ok = ").File("root/neutral/Locs/page.lt", "a = ok");
+    InterfacePtr<ILocalizationManager> manager = Manager(tree.Path("root"));
+    ASSERT_TRUE(manager);
+    InterfacePtr<ILocalizer> localizer = Localizer(*manager, "page", MakeCulture(kEnglish, "US"));
+    ASSERT_TRUE(localizer);
+    EXPECT_EQ(ulo::kResultUnspecifiedError, GetText(*localizer, "a").code);
+    // The whole parse report, over several lines, in one record.
+    EXPECT_EQ(
+        "cannot create string localizer for scope page culture en-US, error: parse error "
+        "at file " +
+            host::Utf16ToUtf8(tree.Path("root/neutral/Locs/common.lt")) +
+            " line 1 column 5\n\"ok = \"\n     ^- expecting <value> here",
+        TakeErrorLine());
+
+    tree.File("root/neutral/Locs/common.lt", "ok = 'OK'");
+    EXPECT_EQ(Ok("OK"), GetText(*localizer, "a"));
+    EXPECT_TRUE(TakeLines().empty());
+}
+
+TEST_F(LocalizerTest, FailedTextRequestsTraceTheirReason) {
+    InterfacePtr<ILocalizationManager> manager = Manager(host::Utf8ToUtf16(kExamples));
+    ASSERT_TRUE(manager);
+    const auto counting = ParamResolver::Create({{"count", "3"}});
+    const auto failing = ParamResolver::Create({}, ulo::kResultNotFound);
+    const struct {
+        const char* what;
+        IParamResolver* resolver;
+        const char* key;
+        ::testing::Matcher<const std::string&> line;
+    } cases[] = {
+        // The engine names the key as it looked it up: in lower case.
+        {"missing key", counting.Get(), "NoSuchKey",
+         "cannot get string for key NoSuchKey error: Key 'nosuchkey' not found"},
+        {"failing resolver", failing.Get(), "status",
+         AllOf(StartsWith("cannot get string for key status error: "),
+               HasSubstr("external resolver cannot resolve key, error: Not found"))},
+        {"no resolver", nullptr, "status",
+         AllOf(StartsWith("cannot get string for key status error: "), HasSubstr("'count'"))},
+    };
+    for (const auto& testCase : cases) {
+        SCOPED_TRACE(testCase.what);
+        InterfacePtr<ILocalizer> localizer =
+            Localizer(*manager, "download", MakeCulture(kEnglish), testCase.resolver);
+        ASSERT_TRUE(localizer);
+        EXPECT_EQ(ulo::kResultUnspecifiedError, GetText(*localizer, testCase.key).code);
+        EXPECT_THAT(TakeErrorLine(), testCase.line);
+        // The localizer is still usable for texts that need nothing more.
+        EXPECT_EQ(Ok("Download"), GetText(*localizer, "title"));
+    }
+    EXPECT_TRUE(TakeLines().empty());
+}
+
+TEST_F(LocalizerTest, StreamsOverBinaryResourceFiles) {
+    InterfacePtr<ILocalizationManager> manager =
+        Manager(host::Utf8ToUtf16(kExamples), host::Utf8ToUtf16(kExamplesAlternative));
+    ASSERT_TRUE(manager);
+    InterfacePtr<ILocalizer> localizer = Localizer(*manager, "download", MakeCulture(kRussian));
+    ASSERT_TRUE(localizer);
+    const struct {
+        const char* key;
+        std::string file;
+    } resources[] = {
+        {"icon.svg", kExamples + "/neutral/download/icon.svg"},
+        {"logo.txt", kExamplesAlternative + "/neutral/Common/logo.txt"},
+    };
+    for (const auto& resource : resources) {
+        InterfacePtr<ulo::IIO> stream;
+        ASSERT_EQ(ulo::kResultOk, localizer->GetStream(U16(resource.key), stream.Put()));
+        EXPECT_EQ(FileBytes(resource.file), ReadRest(*stream)) << resource.key;
+    }
+
+    EXPECT_EQ(ulo::kResultInvalidArgument, localizer->GetStream(U16("icon.svg"), nullptr));
+    EXPECT_TRUE(TakeLines().empty());
+    ulo::IIO* missing = reinterpret_cast<ulo::IIO*>(static_cast<std::uintptr_t>(0x1));
+    EXPECT_EQ(ulo::kResultUnspecifiedError, localizer->GetStream(U16("absent.png"), &missing));
+    EXPECT_EQ(nullptr, missing);
+    EXPECT_EQ(
+        "cannot open binary resource file stream for key absent.png error: cannot find binary "
+        "resource file for key 'absent.png'",
+        TakeErrorLine());
+}
+
+TEST_F(LocalizerTest, StreamsAreReadOnlyAndSeekable) {
+    const std::string bytes(
+        "\x00\x01\x02\xFF\xFE"
+        "abcdefghij",
+        15);
+    TempTree tree;
+    tree.File("root/neutral/Locs/common.lt").File("root/neutral/Common/data.bin", bytes);
+    InterfacePtr<ILocalizationManager> manager = Manager(tree.Path("root"));
+    ASSERT_TRUE(manager);
+    InterfacePtr<ILocalizer> localizer = Localizer(*manager, "page", MakeCulture(kEnglish));
+    ASSERT_TRUE(localizer);
+    InterfacePtr<ulo::IIO> stream;
+    ASSERT_EQ(ulo::kResultOk, localizer->GetStream(U16("data.bin"), stream.Put()));
+
+    std::uint64_t size = 0;
+    EXPECT_EQ(ulo::kResultOk, stream->GetSize(&size));
+    EXPECT_EQ(bytes.size(), size);
+    std::uint64_t position = 99;
+    // An origin the stream does not know counts from the beginning.
+    EXPECT_EQ(ulo::kResultOk, stream->Seek(7, 3, &position));
+    EXPECT_EQ(3u, position);
+    EXPECT_EQ(ulo::kResultOk, stream->Seek(ulo::IIO::kFromCurrent, 2, nullptr));
+    EXPECT_EQ(bytes.substr(5), ReadRest(*stream));
+    EXPECT_EQ(ulo::kResultOk, stream->Seek(ulo::IIO::kFromEnd, -4, &position));
+    EXPECT_EQ(bytes.size() - 4, position);
+    EXPECT_EQ(bytes.substr(bytes.size() - 4), ReadRest(*stream));
+
+    char buffer[4] = {};
+    std::uint32_t read = 99;
+    EXPECT_EQ(ulo::kResultOk, stream->Seek(ulo::IIO::kFromBeginning, 100, nullptr));
+    EXPECT_EQ(ulo::kResultOk, stream->Read(buffer, sizeof buffer, &read));
+    EXPECT_EQ(0u, read);
+
+    ASSERT_EQ(ulo::kResultOk, stream->Seek(ulo::IIO::kFromBeginning, 2, nullptr));
+    std::uint32_t written = 0;
+    EXPECT_EQ(ulo::kResultNotSupported, stream->Write("xyz", 3, &written));
+    EXPECT_EQ(ulo::kResultNotSupported, stream->SetSize(1));
+    EXPECT_EQ(ulo::kResultNotSupported, stream->Flush());
+    EXPECT_EQ(ulo::kResultOk, stream->GetPosition(&position));
+    EXPECT_EQ(2u, position);
+    EXPECT_EQ(ulo::kResultOk, stream->GetSize(&size));
+    EXPECT_EQ(bytes.size(), size);
+    stream.Reset();
+    EXPECT_EQ(bytes, FileBytes(host::Utf16ToUtf8(tree.Path("root/neutral/Common/data.bin"))));
+    EXPECT_TRUE(TakeLines().empty());
+}
+
+}  // namespace
+}  // namespace localization_manager::e2e
