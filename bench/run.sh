@@ -1,39 +1,54 @@
 #!/usr/bin/env bash
 # Builds the benchmarks (Release, build-bench/) and runs them: bench_parse (the parser), then
 # bench_file_content (reading and decoding files), then bench_pipeline (building the engine of
-# a scope from disk).
+# a scope from disk), then bench_module (requests through the loaded module).
 #
 #   bench/run.sh [--smoke] [benchmark flags or catalog files...]
+#   bench/run.sh --compare [benchmark flags...]
 #
-# --smoke runs each benchmark for the shortest time, to prove in CI that it builds and runs;
-# its numbers mean nothing. Further arguments go to both programs, for example
-# --benchmark_filter=10k, --benchmark_format=json or --catalog=FILE. Installs nothing: needs
-# cmake, a C++17 compiler, python3, the Boost headers and Google Benchmark. LM_BENCH_BUILD_DIR
-# names another build folder.
+# --smoke runs each benchmark for the shortest time, the comparison programs bench_gettext and
+# bench_icu included, to prove in CI that they build and run; its numbers mean nothing.
+# --compare runs bench/compare.sh instead: our module next to GNU gettext and ICU, in one
+# table. Further arguments go to every program, for example --benchmark_filter=10k,
+# --benchmark_format=json or --catalog=FILE. Installs nothing: needs cmake, a C++17 compiler,
+# python3, the Boost headers, Google Benchmark, gettext and ICU (scripts/install-deps.sh).
+# LM_BENCH_BUILD_DIR names another build folder.
 set -euo pipefail
 
-root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
-build="${LM_BENCH_BUILD_DIR:-$root/build-bench}"
+here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+build="${LM_BENCH_BUILD_DIR:-$here/../build-bench}"
 
+if [[ "${1:-}" == --compare ]]; then
+  shift
+  exec bash "$here/compare.sh" "$@"
+fi
+
+smoke=false
 extra=()
 for argument in "$@"; do
   if [[ "$argument" == --smoke ]]; then
+    smoke=true
     extra+=(--benchmark_min_time=0.01)
   else
     extra+=("$argument")
   fi
 done
 
-generator=()
-if command -v ninja >/dev/null 2>&1 && [[ ! -f "$build/Makefile" ]]; then
-  generator=(-G Ninja)
+comparison=(bench_module)
+if [[ "$smoke" == true ]]; then
+  comparison+=(bench_gettext bench_icu)
 fi
 
-cmake -S "$root" -B "$build" "${generator[@]}" \
-  -DCMAKE_BUILD_TYPE=Release \
-  -DLM_BUILD_BENCHMARKS=ON -DLM_BUILD_TESTS=OFF -DLM_BUILD_TOOLS=OFF -DLM_BUILD_FUZZERS=OFF
-cmake --build "$build" --target bench_parse bench_file_content bench_pipeline -j 2
+bash "$here/build.sh" bench_parse bench_file_content bench_pipeline "${comparison[@]}"
 
 "$build/bench/bench_parse" "${extra[@]}"
 "$build/bench/bench_file_content" "${extra[@]}"
 "$build/bench/bench_pipeline" "${extra[@]}"
+for program in "${comparison[@]}"; do
+  if [[ "$smoke" == true ]]; then
+    # A thousand calls instead of a million: the workloads fix their iteration counts.
+    "$build/bench/$program" --calls=1000 "${extra[@]}"
+  else
+    "$build/bench/$program" "${extra[@]}"
+  fi
+done

@@ -1,0 +1,149 @@
+#!/usr/bin/env python3
+"""Prints the comparison table from the JSON reports of bench_module, bench_gettext and bench_icu.
+
+Each report comes from a run with --benchmark_repetitions and
+--benchmark_report_aggregates_only=true: our figures are shown as the median with the minimum
+and maximum of the repetitions, the other libraries' as their median, and each ratio is ours
+divided by theirs (above 1: ours takes longer or uses more memory).
+
+Usage: compare_table.py OURS.json GETTEXT.json ICU.json
+"""
+
+import json
+import sys
+
+UNIT_NANOSECONDS = {"ns": 1.0, "us": 1e3, "ms": 1e6, "s": 1e9}
+SPEED_UP_TARGET = 1.8
+
+
+class Report:
+    def __init__(self, path):
+        with open(path, encoding="utf-8") as report:
+            data = json.load(report)
+        self.context = data["context"]
+        # (benchmark name without its iteration and time suffixes, threads) -> {statistic: run}
+        self.runs = {}
+        for run in data["benchmarks"]:
+            name = run["run_name"].split("/iterations:")[0]
+            statistic = run.get("aggregate_name", "") if run["run_type"] == "aggregate" else "one"
+            self.runs.setdefault((name, run.get("threads", 1)), {})[statistic] = run
+
+    def run(self, name, threads, statistic):
+        runs = self.runs.get((name, threads), {})
+        # A benchmark with a single repetition reports that run and no aggregates.
+        return runs.get(statistic) or runs.get("one")
+
+    def time(self, name, threads, statistic, unit):
+        run = self.run(name, threads, statistic)
+        if run is None or run.get("error_occurred"):
+            return None
+        return run["real_time"] * UNIT_NANOSECONDS[run["time_unit"]] / UNIT_NANOSECONDS[unit]
+
+    def counter(self, name, counter):
+        run = self.run(name, 1, "median")
+        return None if run is None else run.get(counter)
+
+    def repetitions(self):
+        return max((run.get("repetitions", 1) for runs in self.runs.values()
+                    for run in runs.values()), default=1)
+
+
+def number(value):
+    if value is None:
+        return "-"
+    if value >= 100:
+        return f"{value:.0f}"
+    if value >= 10:
+        return f"{value:.1f}"
+    if value >= 0.1:
+        return f"{value:.2f}"
+    return f"{value:.3f}"
+
+
+def ratio(ours, other):
+    if ours is None or other is None or other == 0:
+        return "-"
+    return number(ours / other)
+
+
+def speed_up(report, statistic, name="W1_Lookup"):
+    one = report.time(name, 1, statistic, "ns")
+    two = report.time(name, 2, statistic, "ns")
+    # Both times are wall time per call over all threads: their quotient is the throughput
+    # gained by the second thread.
+    return None if one is None or two is None or two == 0 else one / two
+
+
+def main(argv):
+    if len(argv) != 3:
+        sys.exit(__doc__.strip().splitlines()[-1])
+    ours, gettext, icu = (Report(path) for path in argv)
+
+    rows = []
+
+    def timed(label, unit, name, threads=1):
+        time_unit = unit.split("/")[0]
+        medians = [report.time(name, threads, "median", time_unit)
+                   for report in (ours, gettext, icu)]
+        low = ours.time(name, threads, "min", time_unit)
+        high = ours.time(name, threads, "max", time_unit)
+        rows.append((label, unit, medians, low, high, True))
+
+    timed("W1 lookup, 1 thread", "ns/call", "W1_Lookup")
+    timed("W1 lookup, 2 threads", "ns/call", "W1_Lookup", threads=2)
+    rows.append(("W1 2-thread speed-up", "x",
+                 [speed_up(report, "median") for report in (ours, gettext, icu)],
+                 None, None, False))
+    rows.append(("  machine, spin loop", "x",
+                 [speed_up(report, "median", "Machine_SpinLoop")
+                  for report in (ours, gettext, icu)], None, None, False))
+    timed("W2 plural + parameter", "ns/call", "W2_PluralParameter")
+    timed("W3 first string, 10k", "ms", "W3_FirstString/10k")
+    timed("W3 first string, 100k", "ms", "W3_FirstString/100k")
+    rows.append(("peak RSS, 100k read once", "MiB",
+                 [report.counter("Memory_ReadEveryKey/100k", "peak_RSS_MiB")
+                  for report in (ours, gettext, icu)], None, None, True))
+    rows.append(("  process before loading", "MiB",
+                 [report.counter("Memory_ReadEveryKey/100k", "baseline_RSS_MiB")
+                  for report in (ours, gettext, icu)], None, None, False))
+
+    header = ("workload", "unit", "ours: median [min .. max]", "gettext", "ICU",
+              "ours/gettext", "ours/ICU")
+    lines = []
+    for label, unit, (mine, theirs_gettext, theirs_icu), low, high, compare in rows:
+        spread = f" [{number(low)} .. {number(high)}]" if low is not None else ""
+        lines.append((label, unit, number(mine) + spread, number(theirs_gettext),
+                      number(theirs_icu),
+                      ratio(mine, theirs_gettext) if compare else "",
+                      ratio(mine, theirs_icu) if compare else ""))
+    widths = [max(len(line[column]) for line in lines + [header]) for column in range(7)]
+
+    def show(line):
+        cells = [line[0].ljust(widths[0]), line[1].ljust(widths[1])]
+        cells += [cell.rjust(width) for cell, width in zip(line[2:], widths[2:])]
+        print("  ".join(cells).rstrip())
+
+    load = [report.context.get("load_avg", [0])[0] for report in (ours, gettext, icu)]
+    print(f"Repetitions: {ours.repetitions()}; CPUs: {ours.context.get('num_cpus')}; "
+          "1-minute load average when each program started: "
+          + ", ".join(f"{value:.2f}" for value in load))
+    show(header)
+    show(tuple("-" * width for width in widths))
+    for line in lines:
+        show(line)
+    gained = speed_up(ours, "median")
+    if gained is not None:
+        verdict = "met" if gained >= SPEED_UP_TARGET else "NOT met"
+        print(f"Two-thread speed-up of ours: {gained:.2f} (target {SPEED_UP_TARGET}: {verdict}).")
+    machine = speed_up(ours, "median", "Machine_SpinLoop")
+    if machine is not None and machine < SPEED_UP_TARGET:
+        print(f"The machine itself gave a second thread only {machine:.2f}x on a spin loop: "
+              "other work was using the CPUs, so the two-thread figures, and the times with "
+              "them, are unreliable.")
+    elif max(load) > 0.5 * (ours.context.get("num_cpus") or 1):
+        print("The machine was busy when the programs started: the times may be unreliable.")
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(sys.argv[1:]))

@@ -1,0 +1,131 @@
+#!/usr/bin/env python3
+"""Turns a generated catalog into the input of one of the compared libraries.
+
+The comparison benchmarks give our module, GNU gettext and ICU the same texts under the same
+keys. This script reads a catalog written by generate_catalog.py (`key_00000 = 'Text.'`, one
+entry a line), keeps its first --count entries and writes them as:
+
+  lt   our localization file, unchanged lines;
+  po   a gettext catalog for Russian (msgid = key, msgstr = text), which msgfmt compiles;
+  icu  an ICU resource bundle source `ru:table(nofallback)`, which genrb compiles.
+
+--plural adds the entry of the plural benchmark, written the way each library expresses
+"Загружено <n> файл/файла/файлов":
+
+  lt   files_loaded = 'Загружено ' + $n + ' ' + {$n: 'файл', 'файла', 'файлов'}
+  po   msgid "Loaded %d file" / msgid_plural "Loaded %d files", three Russian forms
+  icu  files_loaded, a MessageFormat pattern {n, plural, one{..} few{..} many{..} other{..}}
+
+Usage: convert_catalog.py --to {lt,po,icu} [--count N] [--plural] CATALOG --out FILE
+"""
+
+import argparse
+import re
+import sys
+
+ENTRY = re.compile(r"^(\S+) = '((?:[^'\\]|\\.)*)'$")
+
+LT_PLURAL = "files_loaded = 'Загружено ' + $n + ' ' + {$n: 'файл', 'файла', 'файлов'}\n"
+
+# The plural formula of Russian as gettext documents it: one, few, many.
+PO_PLURAL_FORMS = (
+    "nplurals=3; plural=(n%10==1 && n%100!=11 ? 0 : "
+    "n%10>=2 && n%10<=4 && (n%100<10 || n%100>=20) ? 1 : 2);"
+)
+
+PO_PLURAL = """
+#, c-format
+msgid "Loaded %d file"
+msgid_plural "Loaded %d files"
+msgstr[0] "Загружено %d файл"
+msgstr[1] "Загружено %d файла"
+msgstr[2] "Загружено %d файлов"
+"""
+
+# "other" serves fractions only, which the benchmark never formats; Russian uses the "few"
+# form there.
+ICU_PLURAL = (
+    "{n, plural, one{Загружено # файл} few{Загружено # файла} "
+    "many{Загружено # файлов} other{Загружено # файла}}"
+)
+
+
+def read_entries(path, count):
+    entries = []
+    with open(path, encoding="utf-8") as catalog:
+        for number, line in enumerate(catalog, start=1):
+            if len(entries) == count:
+                break
+            match = ENTRY.match(line.rstrip("\n"))
+            if match is None:
+                raise SystemExit(f"{path}:{number}: not a generated catalog entry")
+            text = re.sub(r"\\(.)", r"\1", match.group(2))
+            entries.append((match.group(1), text))
+    if len(entries) < count:
+        raise SystemExit(f"{path}: holds {len(entries)} entries, {count} asked for")
+    return entries
+
+
+def c_string(text):
+    """A double-quoted string for .po and ICU sources, both of which take C escapes."""
+    return '"' + text.replace("\\", "\\\\").replace('"', '\\"') + '"'
+
+
+def lt_string(text):
+    return "'" + text.replace("\\", "\\\\").replace("'", "\\'") + "'"
+
+
+def write_lt(entries, plural, out):
+    for key, text in entries:
+        out.write(f"{key} = {lt_string(text)}\n")
+    if plural:
+        out.write(LT_PLURAL)
+
+
+def write_po(entries, plural, out):
+    out.write('msgid ""\nmsgstr ""\n')
+    out.write('"Language: ru\\n"\n')
+    out.write('"MIME-Version: 1.0\\n"\n')
+    out.write('"Content-Type: text/plain; charset=UTF-8\\n"\n')
+    out.write('"Content-Transfer-Encoding: 8bit\\n"\n')
+    out.write(f'"Plural-Forms: {PO_PLURAL_FORMS}\\n"\n')
+    for key, text in entries:
+        out.write(f"\nmsgid {c_string(key)}\nmsgstr {c_string(text)}\n")
+    if plural:
+        out.write(PO_PLURAL)
+
+
+def write_icu(entries, plural, out):
+    # No fallback: the bundle is opened directly, without the root bundle of the ICU data.
+    out.write("ru:table(nofallback) {\n")
+    # genrb keeps a table sorted while it reads it and looks for each new key's place from
+    # the smallest key on: in ascending order 100,000 keys take minutes, in descending order
+    # a fraction of a second. The compiled table is sorted either way.
+    for key, text in sorted(entries, reverse=True):
+        out.write(f"    {key} {{ {c_string(text)} }}\n")
+    if plural:
+        out.write(f"    files_loaded {{ {c_string(ICU_PLURAL)} }}\n")
+    out.write("}\n")
+
+
+WRITERS = {"lt": write_lt, "po": write_po, "icu": write_icu}
+
+
+def main(argv):
+    parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
+    parser.add_argument("catalog", help="a catalog written by generate_catalog.py")
+    parser.add_argument("--to", required=True, choices=sorted(WRITERS), help="output format")
+    parser.add_argument("--count", type=int, help="entries to keep (default: all)")
+    parser.add_argument("--plural", action="store_true", help="add the plural entry")
+    parser.add_argument("--out", required=True, help="file to write")
+    args = parser.parse_args(argv)
+    if args.count is not None and args.count < 1:
+        parser.error("--count must be at least 1")
+    entries = read_entries(args.catalog, args.count if args.count is not None else -1)
+    with open(args.out, "w", encoding="utf-8", newline="\n") as out:
+        WRITERS[args.to](entries, args.plural, out)
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(sys.argv[1:]))
