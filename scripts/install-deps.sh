@@ -6,6 +6,8 @@ set -euo pipefail
 packages=(
   g++ make cmake ninja-build python3
   libboost-dev libgtest-dev libgmock-dev libbenchmark-dev nlohmann-json3-dev
+  # the benchmarks' comparison with GNU gettext (msgfmt) and ICU (headers, libraries, genrb)
+  gettext libicu-dev icu-devtools
   # fuzzing: clang with the libFuzzer and sanitizer runtimes
   clang libclang-rt-14-dev
 )
