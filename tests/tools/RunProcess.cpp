@@ -1,7 +1,9 @@
 #include "RunProcess.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
+#include <climits>
 #include <csignal>
 #include <fcntl.h>
 #include <poll.h>
@@ -85,7 +87,10 @@ ProcessResult RunProcess(const std::vector<std::string>& argv, const std::string
             break;
         }
         if (watched[2].revents != 0) {
-            const ssize_t count = ::write(in.write, input.data() + written, input.size() - written);
+            // POLLOUT promises room for PIPE_BUF bytes only: a longer write would block while
+            // the child, its output unread, blocks too.
+            const ssize_t count = ::write(in.write, input.data() + written,
+                                          std::min<std::size_t>(input.size() - written, PIPE_BUF));
             if (count > 0) {
                 written += static_cast<std::size_t>(count);
             }

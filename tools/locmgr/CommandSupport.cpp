@@ -19,6 +19,18 @@ bool ConvertCultureOrReport(ModuleSession& session, const std::string& name,
     return false;
 }
 
+std::string FormatOption(const Options& options, const std::vector<std::string>& formats) {
+    const std::string format = options.Value(kFormatOption.name, formats.front());
+    std::string known;
+    for (const std::string& candidate : formats) {
+        if (candidate == format) {
+            return format;
+        }
+        known += (known.empty() ? "" : ", ") + candidate;
+    }
+    throw UsageError("unknown --format '" + format + "'; use one of " + known);
+}
+
 bool OpenTreeOrReport(ModuleSession& session, const Options& options) {
     const std::string root = options.Value(kRootOption.name);
     const std::int32_t code = session.OpenTree(root, options.Value(kAltOption.name));

@@ -22,5 +22,9 @@ extern const Command kStreamCommand;
 extern const Command kCultureCommand;
 extern const Command kBatchCommand;
 extern const Command kParseCommand;
+extern const Command kCheckCommand;
+extern const Command kCoverageCommand;
+extern const Command kExplainCommand;
+extern const Command kPseudoCommand;
 
 }  // namespace locmgr

@@ -15,9 +15,10 @@ namespace {
 
 using locmgr::Command;
 
-const Command* const kCommands[] = {&locmgr::kGetCommand, &locmgr::kStreamCommand,
-                                    &locmgr::kCultureCommand, &locmgr::kBatchCommand,
-                                    &locmgr::kParseCommand};
+const Command* const kCommands[] = {
+    &locmgr::kGetCommand,      &locmgr::kStreamCommand,  &locmgr::kCultureCommand,
+    &locmgr::kBatchCommand,    &locmgr::kParseCommand,   &locmgr::kCheckCommand,
+    &locmgr::kCoverageCommand, &locmgr::kExplainCommand, &locmgr::kPseudoCommand};
 
 void PrintOverview(std::ostream& out) {
     out << "usage: locmgr COMMAND [OPTION]... [ARGUMENT]...\n"

@@ -1,0 +1,89 @@
+#include "CommandSupport.h"
+#include "Commands.h"
+#include "Coverage.h"
+#include "CoverageOutput.h"
+#include "CultureFolder.h"
+#include "CultureNames.h"
+#include "TreeModel.h"
+#include "ulo/ResultCode.h"
+
+#include <iostream>
+#include <stdexcept>
+#include <string>
+
+namespace locmgr {
+
+namespace {
+
+const OptionSpec kReferenceOption{"--reference", true};
+
+int Run(const Options& options) {
+    const std::string root = options.Required(kRootOption.name, "DIR");
+    const std::string alternative = options.Value(kAltOption.name);
+    const std::string format = FormatOption(options, {"text", "json"});
+    if (!options.Operands().empty()) {
+        throw UsageError("coverage takes no operands");
+    }
+    std::string reference = options.Value(kReferenceOption.name, analysis::kNeutralFolder);
+    std::vector<std::string> extra;
+    if (reference != analysis::kNeutralFolder) {
+        // A culture name as an application writes it ("anz"), shown by its folder name.
+        localization_manager::Culture culture;
+        if (ulo::Failed(localization_manager::ConvertCultureName(reference, culture))) {
+            throw UsageError("unknown culture name '" + reference + "' for --reference");
+        }
+        extra.push_back(reference);
+        reference = analysis::CultureName(culture);
+    }
+    try {
+        const analysis::TreeModel model(root, alternative, extra);
+        const analysis::CoverageReport report = analysis::ComputeCoverage(model, reference);
+        if (format == "json") {
+            analysis::WriteCoverageJson(std::cout, report, root, alternative);
+        } else {
+            analysis::WriteCoverageText(std::cout, report);
+        }
+    } catch (const analysis::TreeError& error) {
+        std::cerr << "locmgr coverage: " << error.what() << "\n";
+        return kExitUsage;
+    } catch (const std::invalid_argument& error) {
+        throw UsageError(error.what());
+    }
+    return kExitOk;
+}
+
+}  // namespace
+
+const Command kCoverageCommand{
+    "coverage",
+    "show which file serves each scope and which keys a culture lacks",
+    R"(usage: locmgr coverage --root DIR [--alt DIR] [--reference CULTURE] [--format text|json]
+
+For every culture that has a folder in the tree and every scope, shows the file the module
+reads, the keys of the reference culture that it lacks (and which of them the culture's
+common.lt answers instead), the keys it has that the reference lacks, the binary resources of
+the reference that the culture has no version of its own for, and the root files that the
+alternative directory replaces.
+
+The module reads one file per scope, the first one it finds, and never merges files: a file
+in "en-US" that holds only a few keys hides every other key of "en" and "neutral", and those
+texts are then missing for en-US. Such hidden files are listed under the file that hides them,
+with the keys that are lost.
+
+The reference is "neutral" (the texts every culture falls back to) unless --reference names a
+culture. The exit status is 0 whatever the coverage; use "locmgr check" to fail a build.
+
+Options:
+  --root DIR           the localization directory
+  --alt DIR            an alternative directory, searched before the root
+  --reference CULTURE  compare with this culture instead of "neutral"
+  --format FORMAT      text (default) or json (schema in docs/checking-translations.md)
+
+Example:
+  locmgr coverage --root examples/localization --alt examples/localization-alt
+)",
+    {kRootOption, kAltOption, kReferenceOption, kFormatOption},
+    &Run,
+};
+
+}  // namespace locmgr

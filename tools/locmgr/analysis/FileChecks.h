@@ -1,0 +1,23 @@
+#pragma once
+
+// The checks that need nothing but the file itself: whether the runtime can read and parse
+// it, and the references it can never expand (those inside plural invocations).
+
+#include "FileUse.h"
+
+#include <string>
+#include <vector>
+
+namespace locmgr::analysis {
+
+// unreadable-file, parse-error and duplicate-key findings.
+std::vector<Finding> CheckLoading(const FileUse& use);
+
+// What a parse error report says was expected ("expecting \";\" here"), or the whole report
+// when it has no caret line (a duplicate key).
+std::string Expectation(const std::string& report);
+
+// reference-in-plural findings.
+std::vector<Finding> CheckReferencesInPlurals(const FileUse& use);
+
+}  // namespace locmgr::analysis

@@ -1,0 +1,94 @@
+#pragma once
+
+// One localization file as the runtime reads it: decoded by the runtime's file reader and
+// parsed by the engine's parser, with the positions of its parts (SourceMap) for the checks.
+
+#include "SourceMap.h"
+#include "StringLocalizing/Model/ResourceDictionary.h"
+#include "TextPosition.h"
+
+#include <boost/shared_ptr.hpp>
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace locmgr::analysis {
+
+// A parse error as the runtime reports it.
+struct ParseFailure {
+    std::string report;  // the ParsingException's message, exactly
+    // From the report's first line; line 0 when it names no position.
+    TextPosition position{0, 0, 0};
+};
+
+struct DuplicateDefinition {
+    std::u16string lowerKey;
+    std::u16string writtenKey;  // as the second definition writes it
+    TextPosition first;
+    TextPosition second;
+};
+
+// The position of a parse error report ("parse error at file P line L column C" on its first
+// line), or nothing when the report has none.
+std::optional<TextPosition> PositionOfReport(const std::string& report);
+
+class LocFile {
+  public:
+    // Reads and parses `path`; never throws for a bad file, only for a lack of memory.
+    explicit LocFile(const std::u16string& path);
+
+    const std::u16string& Path() const { return path_; }
+    const std::u16string& Text() const { return text_; }
+
+    // Why the file could not be read (the runtime's message), or empty.
+    const std::string& ReadError() const { return readError_; }
+    // The first syntax error, as the runtime reports it.
+    const std::optional<ParseFailure>& ParseError() const { return parseError_; }
+    // Every key defined more than once; the runtime stops at the first.
+    const std::vector<DuplicateDefinition>& Duplicates() const { return duplicates_; }
+
+    // Whether the runtime can load this file at all.
+    bool Loadable() const { return readError_.empty() && !parseError_ && duplicates_.empty(); }
+
+    // The entries, for the checks that look into them: the whole file when it parses, the
+    // first definition of each key when it parses but for its duplicates; null otherwise.
+    const boost::shared_ptr<const LocalizationManager::StringLocalizing::Model::ResourceDictionary>&
+    Dictionary() const {
+        return dictionary_;
+    }
+    const SourceMap& Map() const { return *map_; }
+
+  private:
+    void Parse();
+    ParseFailure FailureOf(const std::string& report) const;
+
+    std::u16string path_;
+    std::u16string text_;
+    std::string readError_;
+    std::optional<ParseFailure> parseError_;
+    std::vector<DuplicateDefinition> duplicates_;
+    boost::shared_ptr<const LocalizationManager::StringLocalizing::Model::ResourceDictionary>
+        dictionary_;
+    std::unique_ptr<SourceMap> map_;
+};
+
+// Every file read once, however many cultures it serves.
+class LocFileCache {
+  public:
+    const LocFile& Get(const std::u16string& path);
+
+    // Reads and parses `paths` on up to `threads` threads (parsing dominates a check of a
+    // large tree, and files are independent), calling `progress` with the count done so far
+    // from the calling thread.
+    void Load(const std::vector<std::u16string>& paths, unsigned threads,
+              const std::function<void(std::size_t done)>& progress);
+
+  private:
+    std::map<std::u16string, std::unique_ptr<LocFile>> files_;
+};
+
+}  // namespace locmgr::analysis

@@ -1,0 +1,147 @@
+#include "SourceMap.h"
+
+#include "StringLocalizing/Model/KeyCase.h"
+
+#include <utility>
+
+namespace locmgr::analysis {
+
+namespace {
+
+namespace Model = LocalizationManager::StringLocalizing::Model;
+
+bool IsKeyStart(char16_t unit) {
+    return (unit >= u'a' && unit <= u'z') || (unit >= u'A' && unit <= u'Z') || unit == u'_';
+}
+
+bool IsKeyPart(char16_t unit) {
+    return IsKeyStart(unit) || (unit >= u'0' && unit <= u'9');
+}
+
+bool IsBlank(char16_t unit) {
+    return unit == u' ' || unit == u'\t' || unit == u'\r' || unit == u'\n' || unit == u'\v' ||
+           unit == u'\f';
+}
+
+// The end of a quoted string that opens at `offset`: just past its closing apostrophe, or the
+// end of the text. The escapes \\ and \' never close it.
+std::size_t SkipString(const std::u16string& text, std::size_t offset) {
+    std::size_t position = offset + 1;
+    while (position < text.size()) {
+        const char16_t unit = text[position];
+        if (unit == u'\\' && position + 1 < text.size() &&
+            (text[position + 1] == u'\\' || text[position + 1] == u'\'' ||
+             text[position + 1] == u'n')) {
+            position += 2;
+        } else if (unit == u'\'') {
+            return position + 1;
+        } else {
+            ++position;
+        }
+    }
+    return position;
+}
+
+std::size_t SkipComment(const std::u16string& text, std::size_t offset) {
+    std::size_t position = offset;
+    while (position < text.size() && text[position] != u'\n' && text[position] != u'\r') {
+        ++position;
+    }
+    return position;
+}
+
+std::size_t SkipBlanks(const std::u16string& text, std::size_t offset) {
+    while (offset < text.size() && IsBlank(text[offset])) {
+        ++offset;
+    }
+    return offset;
+}
+
+}  // namespace
+
+SourceMap::SourceMap(const std::u16string& text) {
+    PositionCounter counter(text);
+    int depth = 0;
+    std::size_t offset = 0;
+    const auto currentEntry = [this] { return entries_.empty() ? 0 : entries_.size() - 1; };
+    while (offset < text.size()) {
+        const char16_t unit = text[offset];
+        if (unit == u'\'') {
+            offset = SkipString(text, offset);
+            continue;
+        }
+        if (unit == u';') {
+            offset = SkipComment(text, offset);
+            continue;
+        }
+        if (unit == u'{') {
+            counter.AdvanceTo(offset);
+            plurals_.push_back({currentEntry(), counter.Position()});
+            ++depth;
+            ++offset;
+            continue;
+        }
+        if (unit == u'}') {
+            depth = depth > 0 ? depth - 1 : 0;
+            ++offset;
+            continue;
+        }
+        const bool parameter = unit == u'$';
+        const std::size_t start = parameter ? offset + 1 : offset;
+        if (start >= text.size() || !IsKeyStart(text[start])) {
+            ++offset;
+            continue;
+        }
+        std::size_t end = start;
+        while (end < text.size() && IsKeyPart(text[end])) {
+            ++end;
+        }
+        counter.AdvanceTo(offset);
+        const std::u16string name = text.substr(start, end - start);
+        if (parameter) {
+            parameters_.push_back({name, currentEntry(), counter.Position()});
+        } else if (SkipBlanks(text, end) < text.size() && text[SkipBlanks(text, end)] == u'=') {
+            // Only an entry's key is followed by "=": nothing inside a value is.
+            SourceEntry entry;
+            entry.key = name;
+            entry.lowerKey = Model::LowerCaseKey(name);
+            entry.offset = offset;
+            entry.position = counter.Position();
+            BeginEntry(std::move(entry));
+            depth = 0;
+        } else {
+            references_.push_back(
+                {Model::LowerCaseKey(name), currentEntry(), depth, counter.Position()});
+        }
+        offset = end;
+    }
+    if (!entries_.empty()) {
+        SourceEntry& last = entries_.back();
+        last.end = text.size();
+        last.endReference = references_.size();
+        last.endParameter = parameters_.size();
+        last.endPlural = plurals_.size();
+    }
+}
+
+void SourceMap::BeginEntry(SourceEntry entry) {
+    if (!entries_.empty()) {
+        SourceEntry& previous = entries_.back();
+        previous.end = entry.offset;
+        previous.endReference = references_.size();
+        previous.endParameter = parameters_.size();
+        previous.endPlural = plurals_.size();
+    }
+    entry.firstReference = entry.endReference = references_.size();
+    entry.firstParameter = entry.endParameter = parameters_.size();
+    entry.firstPlural = entry.endPlural = plurals_.size();
+    firstEntryOfKey_.emplace(entry.lowerKey, entries_.size());
+    entries_.push_back(std::move(entry));
+}
+
+const SourceEntry* SourceMap::FindEntry(const std::u16string& lowerKey) const {
+    const auto found = firstEntryOfKey_.find(lowerKey);
+    return found == firstEntryOfKey_.end() ? nullptr : &entries_[found->second];
+}
+
+}  // namespace locmgr::analysis

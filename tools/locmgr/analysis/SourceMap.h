@@ -1,0 +1,74 @@
+#pragma once
+
+// Where the parts of a localization file stand in its text. The engine's dictionary keeps no
+// positions, so the checks find them here: a single pass over the text that knows only what it
+// needs to tell keys, references, parameters and plural invocations apart (strings with their
+// escapes, comments). It accepts nothing and rejects nothing; whether a file is valid is the
+// engine parser's decision alone, and the map is read only for files that parser has read.
+
+#include "TextPosition.h"
+
+#include <cstddef>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace locmgr::analysis {
+
+struct SourceEntry {
+    std::u16string key;       // as written
+    std::u16string lowerKey;  // as the dictionary stores it
+    std::size_t offset = 0;   // of the key
+    std::size_t end = 0;      // where the next entry begins, or the end of the text
+    TextPosition position;
+    // The parts of this entry's value: index ranges into the map's lists.
+    std::size_t firstReference = 0, endReference = 0;
+    std::size_t firstParameter = 0, endParameter = 0;
+    std::size_t firstPlural = 0, endPlural = 0;
+};
+
+// A bare key inside an entry's value.
+struct SourceReference {
+    std::u16string lowerKey;
+    std::size_t entry = 0;  // index into SourceMap::Entries
+    int pluralDepth = 0;    // 0 outside plural invocations
+    TextPosition position;
+};
+
+// "$name", either an external parameter or the discriminator of a plural invocation.
+struct SourceParameter {
+    std::u16string name;  // without "$", case kept
+    std::size_t entry = 0;
+    TextPosition position;  // of the "$"
+};
+
+// The "{" of a plural invocation. Within an entry they stand in the order in which a pre-order
+// walk of the parsed value meets its PluralForm operands.
+struct SourcePlural {
+    std::size_t entry = 0;
+    TextPosition position;
+};
+
+class SourceMap {
+  public:
+    explicit SourceMap(const std::u16string& text);
+
+    const std::vector<SourceEntry>& Entries() const { return entries_; }
+    const std::vector<SourceReference>& References() const { return references_; }
+    const std::vector<SourceParameter>& Parameters() const { return parameters_; }
+    const std::vector<SourcePlural>& Plurals() const { return plurals_; }
+
+    // The first entry whose key is `lowerKey`, or nullptr.
+    const SourceEntry* FindEntry(const std::u16string& lowerKey) const;
+
+  private:
+    void BeginEntry(SourceEntry entry);
+
+    std::vector<SourceEntry> entries_;
+    std::unordered_map<std::u16string, std::size_t> firstEntryOfKey_;
+    std::vector<SourceReference> references_;
+    std::vector<SourceParameter> parameters_;
+    std::vector<SourcePlural> plurals_;
+};
+
+}  // namespace locmgr::analysis
