@@ -74,8 +74,8 @@ void ResourceCompiler::Compile(
     compiledKeys_.clear();
     expansionUnits_ = 0;
     resourceDictionary_ = resourceDictionary;
-    for (const auto& entry : *resourceDictionary_) {
-        CompileKey(entry.first);
+    for (auto& [key, value] : *resourceDictionary_) {
+        CompileKey(key, value);
     }
 }
 
@@ -87,13 +87,13 @@ void ResourceCompiler::GetExpression(const std::u16string& key,
         parentExpressionProvider_->GetExpression(key, operands);
         return;
     }
-    CompileKey(key);
+    CompileKey(position->first, position->second);
     const std::vector<Model::Operand>& compiled = position->second.operands;
     operands.insert(operands.end(), compiled.begin(), compiled.end());
     compiledKeys_.insert(key);
 }
 
-void ResourceCompiler::CompileKey(const std::u16string& key) {
+void ResourceCompiler::CompileKey(const std::u16string& key, Model::Value& value) {
     if (compiledKeys_.count(key) != 0) {
         return;
     }
@@ -103,18 +103,18 @@ void ResourceCompiler::CompileKey(const std::u16string& key) {
     if (visitingStack_.size() >= kMaxReferenceDepth) {
         throw ExpansionLimitException::ReferenceDepth(key);
     }
-    const VisitGuard guard(visitingStack_, key);
-
-    Model::Value& value = resourceDictionary_->at(key);
     // A value without references (every value of a dictionary compiled before) is left
     // untouched, not rebuilt: the common texts are compiled again by each new pipeline of a
-    // culture while the pipelines built before read them without a lock.
+    // culture while the pipelines built before read them without a lock. It visits nothing,
+    // so it need not stand on the visiting stack either.
     if (std::none_of(value.operands.begin(), value.operands.end(), IsKeyReference)) {
         if (value.operands.size() > kMaxCompiledOperands) {
             throw ExpansionLimitException::OperandCount(key);
         }
         return;
     }
+    const VisitGuard guard(visitingStack_, key);
+
     std::vector<Model::Operand> compiled;
     compiled.reserve(value.operands.size());
     for (const Model::Operand& operand : value.operands) {

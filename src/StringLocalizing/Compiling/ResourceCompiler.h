@@ -49,7 +49,8 @@ class ResourceCompiler : public IExpressionProvider {
     const std::vector<std::u16string>& VisitingStack() const noexcept { return visitingStack_; }
 
   private:
-    void CompileKey(const std::u16string& key);
+    // `value` is the dictionary's value of `key`.
+    void CompileKey(const std::u16string& key, Model::Value& value);
     void AppendVisited(const std::u16string& key, const Model::Operand& operand,
                        std::vector<Model::Operand>& compiled);
     void ChargeExpansion(const std::u16string& key, const Model::Operand& operand);
