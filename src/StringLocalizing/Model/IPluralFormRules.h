@@ -27,6 +27,13 @@ struct IPluralFormRules {
     virtual std::uint16_t GetRuleEntryCount(const PluralFormRuleId& ruleId) const = 0;
 
     virtual ~IPluralFormRules() = default;
+
+    // The list GetRuleEntries copies, in place: valid and unchanged for the rules object's
+    // life. Null when there is no such rule, and also when an implementation keeps no list to
+    // share (the default); callers then fall back to GetRuleEntries.
+    virtual const PluralRuleEntries* FindRuleEntries(const PluralFormRuleId& /*ruleId*/) const {
+        return nullptr;
+    }
 };
 
 }  // namespace LocalizationManager::StringLocalizing::Model

@@ -26,14 +26,19 @@ boost::shared_ptr<PluralFormRules> CreateValidatedBuiltInRules() {
 }  // namespace
 
 PluralRuleEntries PluralFormRules::GetRuleEntries(const PluralFormRuleId& ruleId) const {
+    const PluralRuleEntries* entries = FindRuleEntries(ruleId);
+    if (entries == nullptr) {
+        throw std::out_of_range("Rule with id '" + ToString(ruleId) + "' not found");
+    }
+    return *entries;
+}
+
+const PluralRuleEntries* PluralFormRules::FindRuleEntries(const PluralFormRuleId& ruleId) const {
     auto found = rules_.find(ruleId);
     if (found == rules_.end() && !ruleId.qualifier.empty()) {
         found = rules_.find(PluralFormRuleId{ruleId.languageId, std::string()});
     }
-    if (found == rules_.end()) {
-        throw std::out_of_range("Rule with id '" + ToString(ruleId) + "' not found");
-    }
-    return found->second;
+    return found == rules_.end() ? nullptr : &found->second;
 }
 
 std::uint16_t PluralFormRules::GetRuleEntryCount(const PluralFormRuleId& ruleId) const {

@@ -34,6 +34,7 @@ class PluralFormRules : public IPluralFormRules {
     // ("Rule with id '<id asked for>' not found") when neither exists.
     PluralRuleEntries GetRuleEntries(const PluralFormRuleId& ruleId) const override;
     std::uint16_t GetRuleEntryCount(const PluralFormRuleId& ruleId) const override;
+    const PluralRuleEntries* FindRuleEntries(const PluralFormRuleId& ruleId) const override;
 
     // Creation only. Inserts an empty rule and returns its position, to which the caller
     // appends the conditions in form order. Throws std::out_of_range ("Rule with id '<id>'

@@ -34,6 +34,9 @@ class PluralResolver : public IPluralResolver {
     const boost::shared_ptr<IParamResolver> paramResolver_;
     const Model::PluralFormRuleId pluralFormRuleId_;
     const boost::shared_ptr<Model::IPluralFormRules> pluralFormRules_;
+    // The rule's entries as the rules object keeps them, found once, so that a request copies
+    // no list; null when the rules object shares none (then every call asks it for a copy).
+    const Model::PluralRuleEntries* const ruleEntries_;
 };
 
 }  // namespace LocalizationManager::StringLocalizing::Resolving

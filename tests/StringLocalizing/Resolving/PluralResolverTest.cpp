@@ -73,6 +73,29 @@ TEST_F(PluralResolverTest, DiscriminatorMustBeAWholeDecimalInteger) {
     }
 }
 
+TEST_F(PluralResolverTest, ReadsTheDiscriminatorAsLexicalCastDoes) {
+    std::int64_t seen = 0;
+    const auto recording =
+        boost::make_shared<FixedRules>(PluralRuleEntries{[&seen](std::int64_t n) {
+            seen = n;
+            return true;
+        }});
+    for (const std::u16string text :
+         {u"0", u"-0", u"+0", u"007", u"-000000000000000001", u"123456789012345678",
+          u"-999999999999999999", u"1234567890123456789", u"-9223372036854775808", u"+", u"-",
+          u"--1", u"+-1", u"1-", u"12a", u"\u0661"}) {
+        const std::string narrow = ulo::WideToUtf8(text);
+        std::int64_t expected = 0;
+        if (!boost::conversion::try_lexical_convert(narrow, expected)) {
+            EXPECT_THROW(IndexFor(text, {kRussian, ""}, recording), boost::bad_lexical_cast)
+                << narrow;
+            continue;
+        }
+        IndexFor(text, {kRussian, ""}, recording);
+        EXPECT_EQ(expected, seen) << narrow;
+    }
+}
+
 TEST_F(PluralResolverTest, ReportsWhenNoEntryHolds) {
     const auto onlyOne =
         boost::make_shared<FixedRules>(PluralRuleEntries{[](std::int64_t n) { return n == 1; }});
