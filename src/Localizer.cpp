@@ -7,6 +7,7 @@
 #include "ulo/rtl/TextConversion.h"
 
 #include <stdexcept>
+#include <string_view>
 
 namespace localization_manager {
 
@@ -44,14 +45,30 @@ std::u16string Localizer::ParamResolverWrapper::ResolveParam(const std::u16strin
         throw std::runtime_error("no parameter resolver was given for the parameter '" +
                                  ulo::WideToNarrowMessage(in) + "'");
     }
-    const ulo::string16_t name(in);
+    if (!scratchTaken_.exchange(true, std::memory_order_acquire)) {
+        struct Release {
+            std::atomic<bool>& taken;
+            ~Release() { taken.store(false, std::memory_order_release); }
+        } release{scratchTaken_};
+        return Resolve(in, scratchName_, scratchResult_);
+    }
+    ulo::string16_t name;
     ulo::string16_t result;
+    return Resolve(in, name, result);
+}
+
+std::u16string Localizer::ParamResolverWrapper::Resolve(const std::u16string& in,
+                                                        ulo::string16_t& name,
+                                                        ulo::string16_t& result) {
+    name.assign(in.data(), in.size());
+    // The caller's resolver is given an empty string, whatever the last call left in it.
+    result.clear();
     ::LocalizationManager::CheckCall(
         paramResolver_->Resolve(name, result),
         ULO_CODE_CONTRACTS_LOCATION_AT("paramResolver_->Resolve(in, result)", kSourceFile,
                                        kResolveCheckLine),
         "external resolver cannot resolve key");
-    return result.ToStdString();
+    return std::u16string(result.data(), result.size());
 }
 
 Localizer::Localizer(ulo::IServiceLocator* serviceLocator) : ObjectRootEx(serviceLocator) {}
@@ -115,7 +132,10 @@ std::int32_t Localizer::GetString(const ulo::string16_t& key, ulo::string16_t& r
         return ulo::kResultUnspecifiedError;
     }
     try {
-        const std::u16string text = pipeline->GetString(key.ToStdString());
+        // Plain texts are copied once, from the dictionary straight into the caller's string.
+        LocalizationManager::StringLocalizing::Resolving::TextBuffer buffer;
+        const std::u16string_view text =
+            pipeline->GetStringView(std::u16string_view(key.data(), key.size()), buffer);
         result.assign(text.data(), text.size());
         return ulo::kResultOk;
     } catch (...) {

@@ -65,7 +65,16 @@ class Localizer : public ulo::ObjectRootEx<ulo::StoreServiceStrategy>, public IL
         std::u16string ResolveParam(const std::u16string& in) override;
 
       private:
+        std::u16string Resolve(const std::u16string& in, ulo::string16_t& name,
+                               ulo::string16_t& result);
+
         localization_manager::IParamResolver* paramResolver_;
+        // The strings handed to the caller's resolver, kept from call to call so that their
+        // buffers are reused instead of allocated for every parameter. One call at a time
+        // takes them, without waiting: a call that finds them taken uses strings of its own.
+        ulo::string16_t scratchName_;
+        ulo::string16_t scratchResult_;
+        std::atomic<bool> scratchTaken_{false};
     };
 
     // The pipeline, built now if no other request has built it; throws what building throws.

@@ -5,6 +5,7 @@
 // to a zero-terminated buffer and a length. Conversions to and from std::basic_string copy the
 // characters.
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
@@ -33,9 +34,9 @@ inline void FreeStringMemory(void* memory) noexcept {
 
 }  // namespace detail
 
-// An owning, always zero-terminated string of CharT. An empty string owns no memory. Every
-// operation that allocates throws std::bad_alloc when memory cannot be had and then leaves the
-// string unchanged. Not thread-safe; distinct objects are independent.
+// An owning, always zero-terminated string of CharT. A string that never held a character owns
+// no memory. Every operation that allocates throws std::bad_alloc when memory cannot be had and
+// then leaves the string unchanged. Not thread-safe; distinct objects are independent.
 template <class CharT>
 class basic_string_t {
     static_assert(std::is_trivial_v<CharT>, "characters are copied as raw memory");
@@ -64,7 +65,9 @@ class basic_string_t {
     basic_string_t(const basic_string_t& other) { assign(other.data_, other.size_); }
 
     basic_string_t(basic_string_t&& other) noexcept
-        : data_(std::exchange(other.data_, nullptr)), size_(std::exchange(other.size_, 0)) {}
+        : data_(std::exchange(other.data_, nullptr)),
+          size_(std::exchange(other.size_, 0)),
+          capacity_(std::exchange(other.capacity_, 0)) {}
 
     basic_string_t& operator=(const basic_string_t& other) {
         if (this != &other) {
@@ -82,8 +85,15 @@ class basic_string_t {
     ~basic_string_t() { detail::FreeStringMemory(data_); }
 
     // Replaces the content with `size` characters from `text`; `text` may point into this
-    // string's own buffer.
+    // string's own buffer. A buffer that already holds `size` characters is reused, so a
+    // string that receives texts over and over allocates only when a text is longer than any
+    // before it.
     void assign(const CharT* text, size_type size) {
+        if (size != 0 && size <= capacity_) {
+            std::memmove(data_, text, size * sizeof(CharT));
+            SetSize(size);
+            return;
+        }
         CharT* buffer = Allocate(size);
         if (size != 0) {
             std::memcpy(buffer, text, size * sizeof(CharT));
@@ -93,23 +103,36 @@ class basic_string_t {
 
     // Keeps the first min(size, size()) characters and fills the rest with zero characters.
     void resize(size_type size) {
-        CharT* buffer = Allocate(size);
         const size_type kept = size < size_ ? size : size_;
+        if (size != 0 && size <= capacity_) {
+            std::fill(data_ + kept, data_ + size, CharT());
+            SetSize(size);
+            return;
+        }
+        CharT* buffer = Allocate(size);
         if (kept != 0) {
             std::memcpy(buffer, data_, kept * sizeof(CharT));
         }
-        for (size_type index = kept; index < size; ++index) {
-            buffer[index] = CharT();
-        }
+        std::fill(buffer + kept, buffer + size, CharT());
         Replace(buffer, size);
+    }
+
+    // Empties the string and keeps its buffer for the texts to come.
+    void clear() noexcept {
+        if (data_ != nullptr) {
+            SetSize(0);
+        }
     }
 
     void swap(basic_string_t& other) noexcept {
         std::swap(data_, other.data_);
         std::swap(size_, other.size_);
+        std::swap(capacity_, other.capacity_);
     }
 
     size_type size() const noexcept { return size_; }
+    // How many characters the buffer holds without allocating again.
+    size_type capacity() const noexcept { return capacity_; }
     bool empty() const noexcept { return size_ == 0; }
 
     // Never null; valid until the string is next changed or destroyed.
@@ -158,10 +181,18 @@ class basic_string_t {
         detail::FreeStringMemory(data_);
         data_ = buffer;
         size_ = size;
+        capacity_ = size;
+    }
+
+    // Within the capacity: the characters are in place, the terminator is not yet.
+    void SetSize(size_type size) noexcept {
+        data_[size] = CharT();
+        size_ = size;
     }
 
     CharT* data_ = nullptr;
     size_type size_ = 0;
+    size_type capacity_ = 0;
 };
 
 }  // namespace ulo::types

@@ -144,6 +144,54 @@ TEST_F(LocalizerTest, FailedTextRequestsTraceTheirReason) {
     EXPECT_TRUE(TakeLines().empty());
 }
 
+// Appends its answer to the string it is given, so that it shows whether that string was
+// empty; answers "outer" by asking its localizer for another text. Outlives its localizers.
+class AppendingResolver final : public IParamResolver {
+  public:
+    std::uint32_t AddRef() override { return 1; }
+    std::uint32_t Release() override { return 1; }
+    std::int32_t QueryInterface(ulo::InterfaceId, void** out) override {
+        *out = nullptr;
+        return ulo::kResultInterfaceNotSupported;
+    }
+    std::int32_t Resolve(const ulo::string16_t& in, ulo::string16_t& result) override {
+        std::u16string text = result.ToStdString();
+        if (in == ulo::string16_t(u"outer")) {
+            ulo::string16_t inner;
+            const std::int32_t code = localizer->GetString(ulo::string16_t(u"inner"), inner);
+            if (ulo::Failed(code)) {
+                return code;
+            }
+            text += inner.ToStdString();
+        } else {
+            text += u"<" + in.ToStdString() + u">";
+        }
+        result.assign(text.data(), text.size());
+        return ulo::kResultOk;
+    }
+
+    ILocalizer* localizer = nullptr;
+};
+
+TEST_F(LocalizerTest, ResolverGetsAnEmptyStringEveryTimeAndMayAskItsLocalizerAgain) {
+    TempTree tree;
+    tree.File("root/neutral/Locs/common.lt", "")
+        .File("root/neutral/Locs/page.lt",
+              "a = $x + $y\nnested = '[' + $outer + ']'\ninner = 'in' + $x");
+    InterfacePtr<ILocalizationManager> manager = Manager(tree.Path("root"));
+    ASSERT_TRUE(manager);
+    AppendingResolver resolver;
+    InterfacePtr<ILocalizer> localizer =
+        Localizer(*manager, "page", MakeCulture(kEnglish), &resolver);
+    ASSERT_TRUE(localizer);
+    resolver.localizer = localizer.Get();
+    for (int round = 0; round < 2; ++round) {
+        EXPECT_EQ(Ok("<x><y>"), GetText(*localizer, "a"));
+        EXPECT_EQ(Ok("[in<x>]"), GetText(*localizer, "nested"));
+    }
+    EXPECT_TRUE(TakeLines().empty());
+}
+
 TEST_F(LocalizerTest, StreamsOverBinaryResourceFiles) {
     InterfacePtr<ILocalizationManager> manager =
         Manager(host::Utf8ToUtf16(kExamples), host::Utf8ToUtf16(kExamplesAlternative));

@@ -91,6 +91,31 @@ TEST(StringTest, ResizeKeepsThePrefixAndZeroFills) {
     }
 }
 
+TEST(StringTest, ReusesItsBufferForTextsThatFit) {
+    String16 text(u"a longer text");
+    const char16_t* buffer = text.c_str();
+    text.assign(u"short", 5);
+    ExpectHolds(u"short", text);
+    EXPECT_EQ(buffer, text.c_str());
+
+    // Growing back within the buffer zero-fills: the old characters must not reappear.
+    text.resize(8);
+    ExpectHolds(std::u16string(u"short\0\0\0", 8), text);
+    EXPECT_EQ(buffer, text.c_str());
+
+    text.clear();
+    ExpectHolds(u"", text);
+    EXPECT_EQ(buffer, text.c_str()) << "cleared, the buffer stays for the next text";
+
+    text.assign(u"longer than any text before", 27);
+    ExpectHolds(u"longer than any text before", text);
+    EXPECT_EQ(27u, text.capacity());
+
+    String16 moved(std::move(text));
+    EXPECT_EQ(27u, moved.capacity());
+    EXPECT_EQ(0u, text.capacity());
+}
+
 TEST(StringTest, ImpossibleSizeThrowsAndKeepsTheContent) {
     String16 text(u"kept");
     EXPECT_THROW(text.resize(static_cast<std::size_t>(-1) / 2), std::bad_alloc);

@@ -1,7 +1,5 @@
 #include "StringLocalizing/Model/KeyCase.h"
 
-#include <locale>
-
 namespace LocalizationManager::StringLocalizing::Model {
 
 namespace {
@@ -10,20 +8,63 @@ bool IsSurrogate(char16_t unit) {
     return unit >= 0xD800 && unit <= 0xDFFF;
 }
 
+// There is no ctype facet for char16_t; the wide facet covers every basic-plane unit because
+// wchar_t is wider than 16 bits here.
+const std::ctype<wchar_t>& WideCaseFacet(const std::locale& locale) {
+    return std::use_facet<std::ctype<wchar_t>>(locale);
+}
+
+char16_t FoldUnit(const std::ctype<wchar_t>& facet, char16_t unit) {
+    return IsSurrogate(unit) ? unit
+                             : static_cast<char16_t>(facet.tolower(static_cast<wchar_t>(unit)));
+}
+
 }  // namespace
 
 std::u16string LowerCaseKey(const std::u16string& key) {
-    // There is no ctype facet for char16_t; the wide facet covers every basic-plane unit
-    // because wchar_t is wider than 16 bits here.
     const std::locale locale;
-    const auto& facet = std::use_facet<std::ctype<wchar_t>>(locale);
+    const std::ctype<wchar_t>& facet = WideCaseFacet(locale);
     std::u16string lowered(key);
     for (char16_t& unit : lowered) {
-        if (!IsSurrogate(unit)) {
-            unit = static_cast<char16_t>(facet.tolower(static_cast<wchar_t>(unit)));
-        }
+        unit = FoldUnit(facet, unit);
     }
     return lowered;
+}
+
+KeyCaseFolder::KeyCaseFolder() : facet_(WideCaseFacet(locale_)) {
+    for (std::size_t unit = 0; unit < kAsciiUnits; ++unit) {
+        asciiFolded_[unit] = FoldUnit(facet_, static_cast<char16_t>(unit));
+    }
+}
+
+std::u16string_view KeyCaseFolder::Fold(std::u16string_view key, std::u16string& buffer) const {
+    // Comparing locales is cheap while the global one is still the one of construction, which
+    // is nearly always; after a change the table no longer applies.
+    const std::locale current;
+    if (current != locale_) {
+        const std::ctype<wchar_t>& facet = WideCaseFacet(current);
+        buffer.assign(key.data(), key.size());
+        for (char16_t& unit : buffer) {
+            unit = FoldUnit(facet, unit);
+        }
+        return buffer;
+    }
+
+    const auto fold = [this](char16_t unit) {
+        return unit < kAsciiUnits ? asciiFolded_[unit] : FoldUnit(facet_, unit);
+    };
+    std::size_t first = 0;
+    while (first < key.size() && fold(key[first]) == key[first]) {
+        ++first;
+    }
+    if (first == key.size()) {
+        return key;
+    }
+    buffer.assign(key.data(), key.size());
+    for (std::size_t index = first; index < buffer.size(); ++index) {
+        buffer[index] = fold(buffer[index]);
+    }
+    return buffer;
 }
 
 }  // namespace LocalizationManager::StringLocalizing::Model

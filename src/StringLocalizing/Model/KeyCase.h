@@ -1,6 +1,9 @@
 #pragma once
 
+#include <array>
+#include <locale>
 #include <string>
+#include <string_view>
 
 namespace LocalizationManager::StringLocalizing::Model {
 
@@ -9,5 +12,27 @@ namespace LocalizationManager::StringLocalizing::Model {
 // else is done (no trimming, no normalisation). Applied to dictionary keys and to the key of
 // every KeyRef, never to parameter names.
 std::u16string LowerCaseKey(const std::u16string& key);
+
+// Folds many keys exactly as LowerCaseKey does, without its cost per key: the folding of the
+// ASCII units under the global locale of the moment of construction is worked out once, and a
+// key that folding leaves as it is is not copied. Each call checks that the global locale is
+// still that one; when it has changed since, the call folds under the new one, as
+// LowerCaseKey would. Immutable once made; concurrent calls are safe.
+class KeyCaseFolder {
+  public:
+    KeyCaseFolder();
+
+    // The folded form of `key`: `key` itself when folding changes no unit, otherwise `buffer`,
+    // which then holds it. Allocates only when `buffer` must grow.
+    std::u16string_view Fold(std::u16string_view key, std::u16string& buffer) const;
+
+  private:
+    static constexpr std::size_t kAsciiUnits = 128;
+
+    // The locale whose folding the table holds, and its facet for the other units.
+    const std::locale locale_;
+    const std::ctype<wchar_t>& facet_;
+    std::array<char16_t, kAsciiUnits> asciiFolded_;
+};
 
 }  // namespace LocalizationManager::StringLocalizing::Model

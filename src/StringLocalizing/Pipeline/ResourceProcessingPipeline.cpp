@@ -86,4 +86,9 @@ std::u16string ResourceProcessingPipeline::GetString(const std::u16string& key) 
     return stringProvider_->GetString(key);
 }
 
+std::u16string_view ResourceProcessingPipeline::GetStringView(std::u16string_view key,
+                                                              Resolving::TextBuffer& buffer) const {
+    return stringProvider_->GetStringView(key, buffer);
+}
+
 }  // namespace LocalizationManager::StringLocalizing::Pipeline

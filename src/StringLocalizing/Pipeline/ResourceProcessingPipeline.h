@@ -5,6 +5,7 @@
 #include "StringLocalizing/Resolving/IParamResolver.h"
 #include "StringLocalizing/Resolving/IPluralResolver.h"
 #include "StringLocalizing/Resolving/IStringProvider.h"
+#include "StringLocalizing/Resolving/TextBuffer.h"
 #include "localization_manager/Culture.h"
 
 #include <boost/shared_ptr.hpp>
@@ -40,6 +41,11 @@ class ResourceProcessingPipeline {
     // The text of `key` (any case): the scope's entry, else the common one. Resolution errors
     // and Model::KeyNotFoundException pass through.
     virtual std::u16string GetString(const std::u16string& key) const;
+
+    // The text GetString gives, copied only where it must be: a view of the dictionary's own
+    // text when the key's value is one literal text, otherwise of `buffer`, which receives the
+    // resolved text. The view is valid while the pipeline and `buffer` are. Fails as GetString.
+    std::u16string_view GetStringView(std::u16string_view key, Resolving::TextBuffer& buffer) const;
 
     virtual ~ResourceProcessingPipeline() = default;
 

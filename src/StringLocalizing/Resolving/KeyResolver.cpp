@@ -15,16 +15,26 @@ KeyResolver::KeyResolver(const boost::shared_ptr<IParamResolver>& paramResolver,
       pluralResolver_(ULO_REQUIRE_NOT_NULL(pluralResolver)) {}
 
 std::u16string KeyResolver::Resolve(const Model::Value& value) const {
-    std::u16string text;
-    AppendResolved(value, text);
-    return text;
+    TextBuffer buffer;
+    return std::u16string(ResolveInto(value, buffer));
 }
 
-void KeyResolver::AppendResolved(const Model::Value& value, std::u16string& text) const {
+std::u16string_view KeyResolver::ResolveInto(const Model::Value& value, TextBuffer& buffer) const {
+    if (value.operands.size() == 1) {
+        if (const auto* text = boost::get<std::u16string>(&value.operands.front())) {
+            return *text;
+        }
+    }
+    buffer.Clear();
+    AppendResolved(value, buffer);
+    return buffer.View();
+}
+
+void KeyResolver::AppendResolved(const Model::Value& value, TextBuffer& text) const {
     for (const Model::Operand& operand : value.operands) {
         switch (operand.which()) {
             case 0:
-                text += boost::get<std::u16string>(operand);
+                text.Append(boost::get<std::u16string>(operand));
                 break;
             case 1:
                 throw std::logic_error(
@@ -32,7 +42,7 @@ void KeyResolver::AppendResolved(const Model::Value& value, std::u16string& text
                     ulo::WideToNarrowMessage(boost::get<Model::KeyRef>(operand).key) +
                     "). Run compiler first");
             case 2:
-                text += paramResolver_->ResolveParam(boost::get<Model::Param>(operand).name);
+                text.Append(paramResolver_->ResolveParam(boost::get<Model::Param>(operand).name));
                 break;
             default:
                 AppendPluralForm(boost::get<Model::PluralForm>(operand), text);
@@ -41,8 +51,7 @@ void KeyResolver::AppendResolved(const Model::Value& value, std::u16string& text
     }
 }
 
-void KeyResolver::AppendPluralForm(const Model::PluralForm& invocation,
-                                   std::u16string& text) const {
+void KeyResolver::AppendPluralForm(const Model::PluralForm& invocation, TextBuffer& text) const {
     // The index first: an invalid discriminator is reported before a form-count mismatch.
     const std::uint16_t index = pluralResolver_->GetPluralFormIndex(invocation);
     const std::uint16_t expected = pluralResolver_->GetPluralFormCount();

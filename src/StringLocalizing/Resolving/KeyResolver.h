@@ -26,9 +26,13 @@ class KeyResolver : public IKeyResolver {
     // so its errors come first. Errors of the resolvers propagate unchanged.
     std::u16string Resolve(const Model::Value& value) const override;
 
+    // A value of one literal text gives a view of that text; any other is resolved into
+    // `buffer`. Fails as Resolve does.
+    std::u16string_view ResolveInto(const Model::Value& value, TextBuffer& buffer) const override;
+
   private:
-    void AppendResolved(const Model::Value& value, std::u16string& text) const;
-    void AppendPluralForm(const Model::PluralForm& invocation, std::u16string& text) const;
+    void AppendResolved(const Model::Value& value, TextBuffer& text) const;
+    void AppendPluralForm(const Model::PluralForm& invocation, TextBuffer& text) const;
 
     const boost::shared_ptr<IParamResolver> paramResolver_;
     const boost::shared_ptr<IPluralResolver> pluralResolver_;

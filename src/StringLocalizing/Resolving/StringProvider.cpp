@@ -15,4 +15,9 @@ std::u16string StringProvider::OnKeyNotFound(const std::u16string& key) const {
     return parentStringProvider_->GetString(key);
 }
 
+std::u16string_view StringProvider::OnKeyNotFoundView(std::u16string_view key,
+                                                      TextBuffer& buffer) const {
+    return parentStringProvider_->GetStringView(key, buffer);
+}
+
 }  // namespace LocalizationManager::StringLocalizing::Resolving

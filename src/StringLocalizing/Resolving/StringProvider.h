@@ -16,6 +16,8 @@ class StringProvider : public StringProviderBase {
 
   protected:
     std::u16string OnKeyNotFound(const std::u16string& key) const override;
+    std::u16string_view OnKeyNotFoundView(std::u16string_view key,
+                                          TextBuffer& buffer) const override;
 
   private:
     const boost::shared_ptr<IStringProvider> parentStringProvider_;

@@ -1,7 +1,8 @@
 #include "StringLocalizing/Resolving/StringProviderBase.h"
 
-#include "StringLocalizing/Model/KeyCase.h"
 #include "ulo/rtl/CodeContracts.h"
+
+#include <utility>
 
 namespace LocalizationManager::StringLocalizing::Resolving {
 
@@ -11,16 +12,44 @@ StringProviderBase::StringProviderBase(
     : keyResolver_(keyResolver), resourceDictionary_(resourceDictionary) {
     ULO_REQUIRE_NOT_NULL(keyResolver);
     ULO_REQUIRE_NOT_NULL(resourceDictionary);
+    if (!resourceDictionary_->empty()) {
+        index_.emplace(*resourceDictionary_);
+    }
 }
 
 std::u16string StringProviderBase::GetString(const std::u16string& key) const {
-    const std::u16string lowered = Model::LowerCaseKey(key);
-    const auto position = resourceDictionary_->find(lowered);
-    if (position == resourceDictionary_->end()) {
-        return OnKeyNotFound(lowered);
+    TextBuffer buffer;
+    return std::u16string(GetStringView(key, buffer));
+}
+
+std::u16string_view StringProviderBase::GetStringView(std::u16string_view key,
+                                                      TextBuffer& buffer) const {
+    std::u16string foldBuffer;
+    const std::u16string_view lowered = keyCaseFolder_.Fold(key, foldBuffer);
+    if (index_) {
+        const KeyIndex::Entry* entry = index_->Find(lowered);
+        if (entry == nullptr) {
+            return OnKeyNotFoundView(lowered, buffer);
+        }
+        // One literal text is its own resolved text under every key resolver.
+        if (entry->IsPlainText()) {
+            return entry->PlainText();
+        }
+        // A key that exists but fails to resolve is not looked up further down the chain.
+        return keyResolver_->ResolveInto(entry->Value(), buffer);
     }
-    // A key that exists but fails to resolve is not looked up further down the chain.
-    return keyResolver_->Resolve(position->second);
+    const auto position = resourceDictionary_->find(std::u16string(lowered));
+    if (position == resourceDictionary_->end()) {
+        return OnKeyNotFoundView(lowered, buffer);
+    }
+    return keyResolver_->ResolveInto(position->second, buffer);
+}
+
+std::u16string_view StringProviderBase::OnKeyNotFoundView(std::u16string_view key,
+                                                          TextBuffer& buffer) const {
+    buffer.Clear();
+    buffer.Append(OnKeyNotFound(std::u16string(key)));
+    return buffer.View();
 }
 
 }  // namespace LocalizationManager::StringLocalizing::Resolving

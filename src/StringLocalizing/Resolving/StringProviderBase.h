@@ -1,19 +1,29 @@
 #pragma once
 
+#include "StringLocalizing/Model/KeyCase.h"
 #include "StringLocalizing/Model/ResourceDictionary.h"
 #include "StringLocalizing/Resolving/IKeyResolver.h"
 #include "StringLocalizing/Resolving/IStringProvider.h"
+#include "StringLocalizing/Resolving/KeyIndex.h"
 
 #include <boost/shared_ptr.hpp>
+
+#include <optional>
 
 namespace LocalizationManager::StringLocalizing::Resolving {
 
 // Looks a key up, lower-cased, in one compiled dictionary and resolves its value; what
 // happens to a key the dictionary lacks is the subclass's choice. Immutable; shares its
 // resolver and dictionary.
+//
+// Lookups go through a hash index made at construction, so the dictionary must be compiled
+// by then and keep its entries in place. A dictionary that is empty at construction is read
+// directly instead: a common dictionary left empty by an empty common file is filled by the
+// next pipeline of its culture, and this provider then sees those texts too.
 class StringProviderBase : public IStringProvider {
   public:
     std::u16string GetString(const std::u16string& key) const override;
+    std::u16string_view GetStringView(std::u16string_view key, TextBuffer& buffer) const override;
 
   protected:
     // Throws the null-pointer contract exception for a null argument, keyResolver first.
@@ -23,9 +33,16 @@ class StringProviderBase : public IStringProvider {
     // The text for a key that the dictionary lacks, or an exception. `key` is lower-cased.
     virtual std::u16string OnKeyNotFound(const std::u16string& key) const = 0;
 
+    // OnKeyNotFound for GetStringView, which every request goes through. By default
+    // OnKeyNotFound's text is kept in `buffer`.
+    virtual std::u16string_view OnKeyNotFoundView(std::u16string_view key,
+                                                  TextBuffer& buffer) const;
+
   private:
     const boost::shared_ptr<IKeyResolver> keyResolver_;
     const boost::shared_ptr<Model::ResourceDictionary> resourceDictionary_;
+    const Model::KeyCaseFolder keyCaseFolder_;
+    std::optional<KeyIndex> index_;
 };
 
 }  // namespace LocalizationManager::StringLocalizing::Resolving

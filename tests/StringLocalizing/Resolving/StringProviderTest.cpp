@@ -73,7 +73,23 @@ TEST(StringProvider, ScopeFirstThenCommon) {
     for (const auto& testCase : cases) {
         EXPECT_EQ(testCase.text, chain.provider->GetString(testCase.key))
             << ulo::WideToUtf8(testCase.key);
+        TextBuffer buffer;
+        EXPECT_EQ(testCase.text, chain.provider->GetStringView(testCase.key, buffer))
+            << ulo::WideToUtf8(testCase.key);
     }
+}
+
+TEST(StringProvider, SeesCommonTextsAddedAfterItWasMadeOverNone) {
+    // An empty common file leaves the shared dictionary empty; the next pipeline of the
+    // culture fills it, and the providers made before see those texts as well.
+    const auto params = boost::make_shared<FakeParamResolver>();
+    const auto keys = boost::make_shared<KeyResolver>(
+        params, boost::make_shared<PluralResolver>(params, Model::PluralFormRuleId{kRussian, ""},
+                                                   Model::CreatePluralFormRules()));
+    const auto common = boost::make_shared<ResourceDictionary>();
+    const RootStringProvider provider(keys, common);
+    Parsing::ParseLocFile(u"app = 'Курьер'", u"common.lt", *common);
+    EXPECT_EQ(u"Курьер", provider.GetString(u"App"));
 }
 
 TEST(StringProvider, MissingKeyIsReportedLowerCased) {

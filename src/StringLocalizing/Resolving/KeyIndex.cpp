@@ -1,0 +1,109 @@
+#include "StringLocalizing/Resolving/KeyIndex.h"
+
+#include <algorithm>
+#include <cstring>
+#include <limits>
+#include <stdexcept>
+
+namespace LocalizationManager::StringLocalizing::Resolving {
+
+namespace {
+
+constexpr std::uint64_t kMultiplier = 0xBF58476D1CE4E5B9u;
+
+std::uint64_t Mix(std::uint64_t state, std::uint64_t word) noexcept {
+    state = (state ^ word) * kMultiplier;
+    return state ^ (state >> 31);
+}
+
+std::uint32_t HighHalf(std::uint64_t hash) noexcept {
+    return static_cast<std::uint32_t>(hash >> 32);
+}
+
+}  // namespace
+
+KeyIndex::Entry::Entry(const std::u16string& key, const Model::Value& value)
+    : value_(&value), keyLength_(static_cast<std::uint32_t>(key.size())) {
+    if (key.size() > std::numeric_limits<std::uint32_t>::max()) {
+        throw std::length_error("key too long to index");
+    }
+    if (keyLength_ <= kInlineKeyUnits) {
+        std::copy(key.begin(), key.end(), key_.inlined);
+    } else {
+        key_.external = key.data();
+    }
+    if (value.operands.size() == 1) {
+        const auto* text = boost::get<std::u16string>(&value.operands.front());
+        // Longer texts, which no file holds, are resolved like any other value.
+        if (text != nullptr && text->size() <= std::numeric_limits<std::uint32_t>::max()) {
+            text_ = text->data();
+            textLength_ = static_cast<std::uint32_t>(text->size());
+        }
+    }
+}
+
+KeyIndex::KeyIndex(const Model::ResourceDictionary& dictionary) {
+    // Entry positions and their count share a slot's lower half with the empty marker.
+    if (dictionary.size() >= std::numeric_limits<std::uint32_t>::max()) {
+        throw std::length_error("too many keys to index");
+    }
+    entries_.reserve(dictionary.size());
+    // At most half of the slots are in use, so that a probe ends after very few steps.
+    std::size_t slotCount = 16;
+    while (slotCount < 2 * dictionary.size()) {
+        slotCount *= 2;
+    }
+    slots_.assign(slotCount, 0);
+    slotMask_ = slotCount - 1;
+
+    for (const auto& [key, value] : dictionary) {
+        entries_.push_back(Entry(key, value));
+        const std::uint64_t hash = Hash(key);
+        std::size_t position = hash & slotMask_;
+        while (slots_[position] != 0) {
+            position = (position + 1) & slotMask_;
+        }
+        slots_[position] = (static_cast<Slot>(HighHalf(hash)) << 32) | entries_.size();
+    }
+}
+
+const KeyIndex::Entry* KeyIndex::Find(std::u16string_view key) const noexcept {
+    const std::uint64_t hash = Hash(key);
+    const std::uint32_t tag = HighHalf(hash);
+    for (std::size_t position = hash & slotMask_;; position = (position + 1) & slotMask_) {
+        const Slot slot = slots_[position];
+        if (slot == 0) {
+            return nullptr;
+        }
+        if (static_cast<std::uint32_t>(slot >> 32) != tag) {
+            continue;
+        }
+        const Entry& entry = entries_[static_cast<std::uint32_t>(slot) - 1];
+        if (entry.Key() == key) {
+            return &entry;
+        }
+    }
+}
+
+std::uint64_t KeyIndex::Hash(std::u16string_view key) noexcept {
+    // Eight bytes at a time: keys are short, and a lookup hashes one on every request.
+    const auto* bytes = reinterpret_cast<const unsigned char*>(key.data());
+    std::size_t remaining = key.size() * sizeof(char16_t);
+    std::uint64_t state = 0x9E3779B97F4A7C15u ^ remaining;
+    while (remaining >= sizeof(std::uint64_t)) {
+        std::uint64_t word;
+        std::memcpy(&word, bytes, sizeof word);
+        state = Mix(state, word);
+        bytes += sizeof word;
+        remaining -= sizeof word;
+    }
+    if (remaining != 0) {
+        std::uint64_t word = 0;
+        std::memcpy(&word, bytes, remaining);
+        state = Mix(state, word);
+    }
+    state *= 0x94D049BB133111EBu;
+    return state ^ (state >> 32);
+}
+
+}  // namespace LocalizationManager::StringLocalizing::Resolving
