@@ -2,8 +2,6 @@
 
 #include "ulo/rtl/CodeContracts.h"
 
-#include <utility>
-
 namespace LocalizationManager::StringLocalizing::Resolving {
 
 StringProviderBase::StringProviderBase(
@@ -26,23 +24,23 @@ std::u16string_view StringProviderBase::GetStringView(std::u16string_view key,
                                                       TextBuffer& buffer) const {
     std::u16string foldBuffer;
     const std::u16string_view lowered = keyCaseFolder_.Fold(key, foldBuffer);
+    const Model::Value* value = nullptr;
     if (index_) {
         const KeyIndex::Entry* entry = index_->Find(lowered);
-        if (entry == nullptr) {
-            return OnKeyNotFoundView(lowered, buffer);
-        }
         // One literal text is its own resolved text under every key resolver.
-        if (entry->IsPlainText()) {
+        if (entry != nullptr && entry->IsPlainText()) {
             return entry->PlainText();
         }
-        // A key that exists but fails to resolve is not looked up further down the chain.
-        return keyResolver_->ResolveInto(entry->Value(), buffer);
+        value = entry != nullptr ? &entry->Value() : nullptr;
+    } else {
+        const auto position = resourceDictionary_->find(std::u16string(lowered));
+        value = position != resourceDictionary_->end() ? &position->second : nullptr;
     }
-    const auto position = resourceDictionary_->find(std::u16string(lowered));
-    if (position == resourceDictionary_->end()) {
+    if (value == nullptr) {
         return OnKeyNotFoundView(lowered, buffer);
     }
-    return keyResolver_->ResolveInto(position->second, buffer);
+    // A key that exists but fails to resolve is not looked up further down the chain.
+    return keyResolver_->ResolveInto(*value, buffer);
 }
 
 std::u16string_view StringProviderBase::OnKeyNotFoundView(std::u16string_view key,
