@@ -53,7 +53,12 @@ std::u16string_view KeyCaseFolder::Fold(std::u16string_view key, std::u16string&
     const auto fold = [this](char16_t unit) {
         return unit < kAsciiUnits ? asciiFolded_[unit] : FoldUnit(facet_, unit);
     };
+    // Keys are nearly always ASCII and already folded: that is settled by the table alone.
     std::size_t first = 0;
+    while (first < key.size() && key[first] < kAsciiUnits &&
+           asciiFolded_[key[first]] == key[first]) {
+        ++first;
+    }
     while (first < key.size() && fold(key[first]) == key[first]) {
         ++first;
     }

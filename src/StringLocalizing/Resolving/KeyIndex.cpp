@@ -79,27 +79,34 @@ const KeyIndex::Entry* KeyIndex::Find(std::u16string_view key) const noexcept {
             continue;
         }
         const Entry& entry = entries_[static_cast<std::uint32_t>(slot) - 1];
-        if (entry.Key() == key) {
+        const std::u16string_view entryKey = entry.Key();
+        // Bytes, not units: memcmp compares them many at a time.
+        if (entryKey.size() == key.size() &&
+            (key.empty() ||
+             std::memcmp(entryKey.data(), key.data(), key.size() * sizeof(char16_t)) == 0)) {
             return &entry;
         }
     }
 }
 
 std::uint64_t KeyIndex::Hash(std::u16string_view key) noexcept {
-    // Eight bytes at a time: keys are short, and a lookup hashes one on every request.
+    // Eight bytes at a time, the last eight overlapping the ones before: keys are short, and a
+    // request hashes one every time.
     const auto* bytes = reinterpret_cast<const unsigned char*>(key.data());
-    std::size_t remaining = key.size() * sizeof(char16_t);
-    std::uint64_t state = 0x9E3779B97F4A7C15u ^ remaining;
-    while (remaining >= sizeof(std::uint64_t)) {
-        std::uint64_t word;
-        std::memcpy(&word, bytes, sizeof word);
+    const std::size_t size = key.size() * sizeof(char16_t);
+    std::uint64_t state = 0x9E3779B97F4A7C15u ^ size;
+    std::uint64_t word = 0;
+    if (size < sizeof word) {
+        for (std::size_t index = 0; index < key.size(); ++index) {
+            word |= static_cast<std::uint64_t>(key[index]) << (16 * index);
+        }
         state = Mix(state, word);
-        bytes += sizeof word;
-        remaining -= sizeof word;
-    }
-    if (remaining != 0) {
-        std::uint64_t word = 0;
-        std::memcpy(&word, bytes, remaining);
+    } else {
+        for (std::size_t offset = 0; offset + sizeof word < size; offset += sizeof word) {
+            std::memcpy(&word, bytes + offset, sizeof word);
+            state = Mix(state, word);
+        }
+        std::memcpy(&word, bytes + size - sizeof word, sizeof word);
         state = Mix(state, word);
     }
     state *= 0x94D049BB133111EBu;
