@@ -1,8 +1,9 @@
 #pragma once
 
 // The grammar of a localization file. Declared here, defined in LocFileGrammarDef.h and
-// instantiated once, for SourceIterator, in LocFileGrammar.cpp, so that the heavy template
-// expansion happens in a single translation unit.
+// instantiated twice, each in a translation unit of its own so that the heavy template
+// expansions build in parallel: for TextIterator (the fast parse) in LocFileGrammarText.cpp and
+// for SourceIterator (the parse that builds reports) in LocFileGrammar.cpp.
 
 #include "StringLocalizing/Model/ResourceDictionary.h"
 
