@@ -69,8 +69,8 @@ struct SetEntryValue {
 
 struct StoreEntry {
     using result_type = void;
-    void operator()(Model::ResourceDictionary& dictionary, const LocFileEntry& entry) const {
-        AddResource(dictionary, entry.key, entry.value);
+    void operator()(Model::ResourceDictionary& dictionary, LocFileEntry& entry) const {
+        AddResource(dictionary, entry.key, std::move(entry.value));
     }
 };
 
