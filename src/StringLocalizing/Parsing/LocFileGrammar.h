@@ -9,7 +9,6 @@
 
 #include <boost/spirit/include/qi_grammar.hpp>
 #include <boost/spirit/include/qi_rule.hpp>
-#include <boost/spirit/include/qi_symbols.hpp>
 #include <boost/spirit/include/support_standard_wide.hpp>
 
 #include <string>
@@ -49,8 +48,6 @@ class LocFileGrammar : public boost::spirit::qi::grammar<Iterator> {
 
     Model::ResourceDictionary& dictionary_;
     int nesting_ = 0;
-
-    boost::spirit::qi::symbols<wchar_t, wchar_t> escapes_;
 
     Rule<> locFile_;
     Rule<> comment_;

@@ -4,6 +4,7 @@
 #include "StringLocalizing/Parsing/AddResource.h"
 #include "StringLocalizing/Parsing/LocFileGrammar.h"
 #include "StringLocalizing/Parsing/MoveAssign.h"
+#include "StringLocalizing/Parsing/QuotedTextParser.h"
 
 #include <boost/phoenix/core.hpp>
 #include <boost/phoenix/function.hpp>
@@ -97,8 +98,6 @@ LocFileGrammar<Iterator>::LocFileGrammar(Model::ResourceDictionary& dictionary)
     const phx::function<SetEntryValue> setEntryValue;
     const phx::function<StoreEntry> storeEntry;
 
-    escapes_.add(L"\\n", L'\n')(L"\\\\", L'\\')(L"\\'", L'\'');
-
     // Comments are skipped only between entries; inside an entry only whitespace is.
     locFile_ = *(wide::space | comment_) >>
                *(qi::skip(wide::space)[keyValueEntry_[storeEntry(phx::ref(dictionary_), _1)]] >>
@@ -117,9 +116,7 @@ LocFileGrammar<Iterator>::LocFileGrammar(Model::ResourceDictionary& dictionary)
                externalParameter_[moveAssign(_val, _1)] |
                pluralFormInvocation_[moveAssign(_val, _1)];
 
-    // A backslash that begins none of the three escapes is an ordinary character.
-    quotedString_ = lit(L'\'') > *((wide::char_ - lit(L'\'') - lit(L'\\')) | escapes_ |
-                                   (wide::char_ - lit(L'\''))) > lit(L'\'');
+    quotedString_ = lit(L'\'') > QuotedTextParser() > lit(L'\'');
 
     externalParameterName_ = lit(L'$') > key_;
 
