@@ -2,6 +2,7 @@
 
 #include "StringLocalizing/Model/KeyCase.h"
 #include "StringLocalizing/Parsing/AddResource.h"
+#include "StringLocalizing/Parsing/KeyParser.h"
 #include "StringLocalizing/Parsing/LocFileGrammar.h"
 #include "StringLocalizing/Parsing/MoveAssign.h"
 #include "StringLocalizing/Parsing/QuotedTextParser.h"
@@ -107,7 +108,7 @@ LocFileGrammar<Iterator>::LocFileGrammar(Model::ResourceDictionary& dictionary)
 
     keyValueEntry_ = key_[setEntryKey(_val, _1)] > lit(L'=') > value_[setEntryValue(_val, _1)];
 
-    key_ = wide::char_(L"a-zA-Z_") >> *wide::char_(L"a-zA-Z_0-9");
+    key_ = KeyParser();
 
     // A "+" that no operand follows is not part of the value: the alternative backs up.
     value_ = operand_[appendOperand(_val, _1)] >> *(lit(L'+') >> operand_[appendOperand(_val, _1)]);
