@@ -6,10 +6,10 @@
 // for SourceIterator (the parse that builds reports) in LocFileGrammar.cpp.
 
 #include "StringLocalizing/Model/ResourceDictionary.h"
+#include "StringLocalizing/Parsing/WideSpaceParser.h"
 
 #include <boost/spirit/include/qi_grammar.hpp>
 #include <boost/spirit/include/qi_rule.hpp>
-#include <boost/spirit/include/support_standard_wide.hpp>
 
 #include <string>
 
@@ -35,7 +35,7 @@ struct LocFileEntry {
 template <typename Iterator>
 class LocFileGrammar : public boost::spirit::qi::grammar<Iterator> {
   public:
-    using Skipper = boost::spirit::standard_wide::space_type;
+    using Skipper = WideSpaceParser;
 
     explicit LocFileGrammar(Model::ResourceDictionary& dictionary);
 
@@ -48,6 +48,9 @@ class LocFileGrammar : public boost::spirit::qi::grammar<Iterator> {
 
     Model::ResourceDictionary& dictionary_;
     int nesting_ = 0;
+
+    // Made with the grammar, so it takes the runtime's whitespace as it is at the parse.
+    const WideSpaceParser space_;
 
     Rule<> locFile_;
     Rule<> comment_;

@@ -100,9 +100,9 @@ LocFileGrammar<Iterator>::LocFileGrammar(Model::ResourceDictionary& dictionary)
     const phx::function<StoreEntry> storeEntry;
 
     // Comments are skipped only between entries; inside an entry only whitespace is.
-    locFile_ = *(wide::space | comment_) >>
-               *(qi::skip(wide::space)[keyValueEntry_[storeEntry(phx::ref(dictionary_), _1)]] >>
-                 *(wide::space | comment_)) > qi::eoi;
+    locFile_ = *(space_ | comment_) >>
+               *(qi::skip(space_)[keyValueEntry_[storeEntry(phx::ref(dictionary_), _1)]] >>
+                 *(space_ | comment_)) > qi::eoi;
 
     comment_ = lit(L';') >> *(wide::char_ - lit(L'\r') - lit(L'\n'));
 

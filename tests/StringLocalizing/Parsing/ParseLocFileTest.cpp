@@ -2,9 +2,12 @@
 #include "StringLocalizing/Parsing/ParseLocFile.h"
 #include "StringLocalizing/Parsing/ParsingException.h"
 #include "TestSupport/ExpectThrowMessage.h"
+#include "TestSupport/GlobalLocale.h"
 
 #include <gtest/gtest.h>
 
+#include <locale>
+#include <stdexcept>
 #include <string>
 
 namespace LocalizationManager::StringLocalizing::Parsing {
@@ -85,6 +88,21 @@ TEST(ParseLocFile, ReportKeepsWideTextAndNarrowsItForWhat) {
             "here",
             std::string(error.what()));
     }
+}
+
+// Whitespace is whatever the runtime's wide classification calls a space, beyond ASCII too:
+// the ideographic space separates tokens only once the global locale says it is a space.
+TEST(ParseLocFile, WhitespaceBeyondAsciiFollowsTheGlobalLocale) {
+    const std::u16string text = u"a\u3000=\u3000'x'";
+    EXPECT_THROW(Parse(text), ParsingException) << "the classic locale knows ASCII spaces only";
+    std::locale utf8;
+    try {
+        utf8 = std::locale("C.UTF-8");
+    } catch (const std::runtime_error&) {
+        GTEST_SKIP() << "no C.UTF-8 locale on this machine";
+    }
+    const Testing::GlobalLocale scope(utf8);
+    EXPECT_EQ(u"x", boost::get<std::u16string>(Parse(text).at(u"a").operands.at(0)));
 }
 
 TEST(ParseLocFile, AcceptsPluralFormsNestedUpToTheLimit) {
