@@ -74,6 +74,24 @@ TEST(ParseLocFile, DuplicateKeyKeepsTheFirstValue) {
     EXPECT_EQ(u"x", boost::get<std::u16string>(dictionary.at(u"a").operands.at(0)));
 }
 
+// Entries after the last key in order go in without a search; a duplicate must still be found
+// wherever its first occurrence stands.
+TEST(ParseLocFile, FindsADuplicateWhereverTheFirstOccurrenceStands) {
+    const struct {
+        std::u16string text;
+        std::string duplicate;
+    } cases[] = {
+        {u"a = '1'\nb = '2'\nc = '3'\nA = '4'", "a"},
+        {u"a = '1'\nb = '2'\nc = '3'\nB = '4'", "b"},
+        {u"a = '1'\nb = '2'\nc = '3'\nC = '4'", "c"},
+        {u"c = '1'\nb = '2'\na = '3'\nB = '4'", "b"},
+    };
+    for (const auto& [text, duplicate] : cases) {
+        EXPECT_THROW_MSG(Parse(text), ParsingException,
+                         "duplicate key found (keys are case insensitive): '" + duplicate + "'");
+    }
+}
+
 TEST(ParseLocFile, ReportKeepsWideTextAndNarrowsItForWhat) {
     try {
         Parse(u"\u0416 = 'x'");
