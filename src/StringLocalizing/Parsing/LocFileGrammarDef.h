@@ -5,6 +5,7 @@
 #include "StringLocalizing/Parsing/KeyParser.h"
 #include "StringLocalizing/Parsing/LocFileGrammar.h"
 #include "StringLocalizing/Parsing/MoveAssign.h"
+#include "StringLocalizing/Parsing/MoveOperand.h"
 #include "StringLocalizing/Parsing/QuotedTextParser.h"
 
 #include <boost/phoenix/core.hpp>
@@ -25,7 +26,14 @@ namespace loc_file_actions {
 struct AppendOperand {
     using result_type = void;
     void operator()(Model::Value& value, Model::Operand& operand) const {
-        value.operands.push_back(std::move(operand));
+        AppendMovedOperand(value.operands, operand);
+    }
+};
+
+struct TakePluralForm {
+    using result_type = void;
+    void operator()(Model::Operand& operand, Model::PluralForm& plural) const {
+        MovePluralForm(plural, operand);
     }
 };
 
@@ -91,6 +99,7 @@ LocFileGrammar<Iterator>::LocFileGrammar(Model::ResourceDictionary& dictionary)
 
     const phx::function<AppendOperand> appendOperand;
     const phx::function<MoveAssign> moveAssign;
+    const phx::function<TakePluralForm> takePluralForm;
     const phx::function<MakeKeyRef> makeKeyRef;
     const phx::function<MakeParam> makeParam;
     const phx::function<SetPluralParam> setPluralParam;
@@ -115,7 +124,7 @@ LocFileGrammar<Iterator>::LocFileGrammar(Model::ResourceDictionary& dictionary)
 
     operand_ = quotedString_[moveAssign(_val, _1)] | keyReference_[moveAssign(_val, _1)] |
                externalParameter_[moveAssign(_val, _1)] |
-               pluralFormInvocation_[moveAssign(_val, _1)];
+               pluralFormInvocation_[takePluralForm(_val, _1)];
 
     quotedString_ = lit(L'\'') > QuotedTextParser() > lit(L'\'');
 
