@@ -57,6 +57,29 @@ TEST(ParseLocFile, EmptyQuotedStringIsOneEmptyTextOperand) {
     EXPECT_EQ(u"", boost::get<std::u16string>(dictionary.at(u"a").operands[0]));
 }
 
+// A text grown unit by unit would keep up to as much again as spare capacity for the life of
+// the dictionary; texts are stored with exactly their length.
+TEST(ParseLocFile, StoresTextsWithoutSpareCapacity) {
+    const std::u16string longText(100, u'x');
+    const ResourceDictionary dictionary =
+        Parse(u"plain = '" + longText + u"' + 'two texts'\n" +
+              u"escaped = 'it\\'s a \\\\ path\\nand more'\n" + u"plural = {$n: '" + longText +
+              u"', 'eight chars'}");
+    const auto& plural = boost::get<PluralForm>(dictionary.at(u"plural").operands.at(0));
+    const std::u16string* texts[] = {
+        &boost::get<std::u16string>(dictionary.at(u"plain").operands.at(0)),
+        &boost::get<std::u16string>(dictionary.at(u"plain").operands.at(1)),
+        &boost::get<std::u16string>(dictionary.at(u"escaped").operands.at(0)),
+        &boost::get<std::u16string>(plural.forms.at(0).operands.at(0)),
+        &boost::get<std::u16string>(plural.forms.at(1).operands.at(0)),
+    };
+    const std::size_t inlineCapacity = std::u16string().capacity();
+    for (const std::u16string* text : texts) {
+        ASSERT_GT(text->size(), inlineCapacity) << "a text this short would not be on the heap";
+        EXPECT_EQ(text->size(), text->capacity());
+    }
+}
+
 TEST(ParseLocFile, KeepsEntriesParsedBeforeTheFailingOne) {
     ResourceDictionary dictionary;
     EXPECT_THROW(ParseLocFile(u"a = 'x'\nb = 'y'\nc = ,\nd = 'z'", u"f.lt", dictionary),
