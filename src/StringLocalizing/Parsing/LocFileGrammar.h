@@ -23,12 +23,6 @@ namespace LocalizationManager::StringLocalizing::Parsing {
 // recursively inherits the same bound.
 constexpr int kMaxPluralNesting = 32;
 
-// One "key = value" entry as parsed, before its key is folded and stored.
-struct LocFileEntry {
-    std::u16string key;
-    Model::Value value;
-};
-
 // Parses a whole localization file and adds each entry to the dictionary given at
 // construction as soon as it is parsed. Rule names appear in error reports. A grammar object
 // serves one parse at a time (it counts the nesting depth of the parse in progress).
@@ -51,10 +45,14 @@ class LocFileGrammar : public boost::spirit::qi::grammar<Iterator> {
 
     // Made with the grammar, so it takes the runtime's whitespace as it is at the parse.
     const WideSpaceParser space_;
+    // The key of the entry being parsed, as written. One buffer serves every entry, so a key
+    // costs no allocation before it is folded and stored.
+    std::u16string entryKey_;
 
     Rule<> locFile_;
     Rule<> comment_;
-    Rule<LocFileEntry(), Skipper> keyValueEntry_;
+    // Synthesises the entry's value; its key goes to entryKey_.
+    Rule<Model::Value(), Skipper> keyValueEntry_;
     Rule<std::u16string()> key_;
     Rule<Model::Value(), Skipper> value_;
     Rule<Model::Operand(), Skipper> operand_;

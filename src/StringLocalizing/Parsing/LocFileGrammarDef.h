@@ -67,20 +67,17 @@ struct AppendForm {
 
 struct SetEntryKey {
     using result_type = void;
-    void operator()(LocFileEntry& entry, std::u16string& key) const { entry.key = std::move(key); }
-};
-
-struct SetEntryValue {
-    using result_type = void;
-    void operator()(LocFileEntry& entry, Model::Value& value) const {
-        entry.value = std::move(value);
+    template <typename Range>
+    void operator()(std::u16string& key, const Range& written) const {
+        key.assign(written.begin(), written.end());
     }
 };
 
 struct StoreEntry {
     using result_type = void;
-    void operator()(Model::ResourceDictionary& dictionary, LocFileEntry& entry) const {
-        AddResource(dictionary, entry.key, std::move(entry.value));
+    void operator()(Model::ResourceDictionary& dictionary, const std::u16string& key,
+                    Model::Value& value) const {
+        AddResource(dictionary, key, std::move(value));
     }
 };
 
@@ -105,17 +102,17 @@ LocFileGrammar<Iterator>::LocFileGrammar(Model::ResourceDictionary& dictionary)
     const phx::function<SetPluralParam> setPluralParam;
     const phx::function<AppendForm> appendForm;
     const phx::function<SetEntryKey> setEntryKey;
-    const phx::function<SetEntryValue> setEntryValue;
     const phx::function<StoreEntry> storeEntry;
 
     // Comments are skipped only between entries; inside an entry only whitespace is.
-    locFile_ = *(space_ | comment_) >>
-               *(qi::skip(space_)[keyValueEntry_[storeEntry(phx::ref(dictionary_), _1)]] >>
-                 *(space_ | comment_)) > qi::eoi;
+    const auto storeParsedEntry = storeEntry(phx::ref(dictionary_), phx::cref(entryKey_), _1);
+    locFile_ = *(space_ | comment_) >> *(qi::skip(space_)[keyValueEntry_[storeParsedEntry]] >>
+                                         *(space_ | comment_)) > qi::eoi;
 
     comment_ = lit(L';') >> *(wide::char_ - lit(L'\r') - lit(L'\n'));
 
-    keyValueEntry_ = key_[setEntryKey(_val, _1)] > lit(L'=') > value_[setEntryValue(_val, _1)];
+    keyValueEntry_ = qi::raw[KeyParser()][setEntryKey(phx::ref(entryKey_), _1)] > lit(L'=') >
+                     value_[moveAssign(_val, _1)];
 
     key_ = KeyParser();
 
