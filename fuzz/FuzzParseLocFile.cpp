@@ -5,7 +5,8 @@
 //
 // The parser may reject an input only with ParsingException (syntax error, duplicate key) or
 // run out of memory (std::bad_alloc). Anything else aborts, and so does a parse result that
-// breaks the grammar's guarantees or does not survive a print-and-parse round trip.
+// breaks the grammar's guarantees, does not survive a print-and-parse round trip, or differs
+// in any way (outcome, entries, report) from the position-tracking parse of the same input.
 
 #include "FuzzInput.h"
 #include "StringLocalizing/Model/ResourceDictionary.h"
@@ -171,16 +172,51 @@ bool StartsWith(std::string_view text, std::string_view prefix) {
     return text.substr(0, prefix.size()) == prefix;
 }
 
+// How one parse ended: the entries it left and, when it failed, its ParsingException's report
+// (wide) and message (narrow).
+struct Outcome {
+    Model::ResourceDictionary dictionary;
+    bool failed = false;
+    std::u16string report;
+    std::string message;
+};
+
+template <typename Parse>
+Outcome RunParse(Parse parse, const std::u16string& text, const std::u16string& fileName) {
+    Outcome outcome;
+    try {
+        parse(text, fileName, outcome.dictionary);
+    } catch (const Parsing::ParsingException& error) {
+        outcome.failed = true;
+        outcome.report = error.WideMessage();
+        outcome.message = error.what();
+    }
+    return outcome;
+}
+
 void ParseAndCheck(const std::u16string& text) {
     static const std::u16string kFileName = u"fuzz.lt";
-    Model::ResourceDictionary dictionary;
-    try {
-        Parsing::ParseLocFile(text, kFileName, dictionary);
-    } catch (const Parsing::ParsingException& error) {
-        const std::string_view message = error.what();
+    const Outcome fast = RunParse(Parsing::ParseLocFile, text, kFileName);
+
+    // The fast parse takes its reports from the position-tracking parse; both must accept the
+    // same texts, keep the same entries and give the same report to the unit.
+    const Outcome tracked = RunParse(Parsing::ParseLocFileWithPositions, text, kFileName);
+    if (fast.failed != tracked.failed) {
+        Fail("the fast and the position-tracking parse disagree on success");
+    }
+    if (fast.report != tracked.report) {
+        Fail("the fast and the position-tracking parse give different reports");
+    }
+    if (!(fast.dictionary == tracked.dictionary)) {
+        Fail("the fast and the position-tracking parse give different dictionaries");
+    }
+
+    const Model::ResourceDictionary& dictionary = fast.dictionary;
+    if (fast.failed) {
+        const std::string& message = fast.message;
         if (!StartsWith(message, "parse error at file fuzz.lt line ") &&
             !StartsWith(message, "duplicate key found (keys are case insensitive): '")) {
-            std::fprintf(stderr, "report: %s\n", error.what());
+            std::fprintf(stderr, "report: %s\n", message.c_str());
             Fail("ParsingException with an unexpected report");
         }
         return;

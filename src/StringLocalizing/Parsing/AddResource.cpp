@@ -3,16 +3,24 @@
 #include "StringLocalizing/Model/KeyCase.h"
 #include "StringLocalizing/Parsing/DuplicateKeyException.h"
 
+#include <iterator>
+#include <utility>
+
 namespace LocalizationManager::StringLocalizing::Parsing {
 
 void AddResource(Model::ResourceDictionary& dictionary, const std::u16string& key,
-                 const Model::Value& value) {
+                 Model::Value&& value) {
     std::u16string lowered = Model::LowerCaseKey(key);
-    const auto position = dictionary.lower_bound(lowered);
-    if (position != dictionary.end() && position->first == lowered) {
-        throw DuplicateKeyException(lowered);
+    // Files are often written in key order, as tools write them: a key after the last one
+    // cannot be a duplicate and goes in at the end without a search.
+    auto position = dictionary.end();
+    if (!dictionary.empty() && !(std::prev(position)->first < lowered)) {
+        position = dictionary.lower_bound(lowered);
+        if (position != dictionary.end() && position->first == lowered) {
+            throw DuplicateKeyException(lowered);
+        }
     }
-    dictionary.emplace_hint(position, std::move(lowered), value);
+    dictionary.emplace_hint(position, std::move(lowered), std::move(value));
 }
 
 }  // namespace LocalizationManager::StringLocalizing::Parsing

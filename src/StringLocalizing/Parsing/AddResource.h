@@ -6,9 +6,9 @@
 
 namespace LocalizationManager::StringLocalizing::Parsing {
 
-// Adds one parsed entry: the key is lower-cased first; a key already present throws
-// DuplicateKeyException and leaves the dictionary as it was.
+// Adds one parsed entry, taking over its value: the key is lower-cased first; a key already
+// present throws DuplicateKeyException and leaves the dictionary and `value` as they were.
 void AddResource(Model::ResourceDictionary& dictionary, const std::u16string& key,
-                 const Model::Value& value);
+                 Model::Value&& value);
 
 }  // namespace LocalizationManager::StringLocalizing::Parsing

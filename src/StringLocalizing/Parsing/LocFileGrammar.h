@@ -1,15 +1,15 @@
 #pragma once
 
 // The grammar of a localization file. Declared here, defined in LocFileGrammarDef.h and
-// instantiated once, for SourceIterator, in LocFileGrammar.cpp, so that the heavy template
-// expansion happens in a single translation unit.
+// instantiated twice, each in a translation unit of its own so that the heavy template
+// expansions build in parallel: for TextIterator (the fast parse) in LocFileGrammarText.cpp and
+// for SourceIterator (the parse that builds reports) in LocFileGrammar.cpp.
 
 #include "StringLocalizing/Model/ResourceDictionary.h"
+#include "StringLocalizing/Parsing/WideSpaceParser.h"
 
 #include <boost/spirit/include/qi_grammar.hpp>
 #include <boost/spirit/include/qi_rule.hpp>
-#include <boost/spirit/include/qi_symbols.hpp>
-#include <boost/spirit/include/support_standard_wide.hpp>
 
 #include <string>
 
@@ -23,19 +23,13 @@ namespace LocalizationManager::StringLocalizing::Parsing {
 // recursively inherits the same bound.
 constexpr int kMaxPluralNesting = 32;
 
-// One "key = value" entry as parsed, before its key is folded and stored.
-struct LocFileEntry {
-    std::u16string key;
-    Model::Value value;
-};
-
 // Parses a whole localization file and adds each entry to the dictionary given at
 // construction as soon as it is parsed. Rule names appear in error reports. A grammar object
 // serves one parse at a time (it counts the nesting depth of the parse in progress).
 template <typename Iterator>
 class LocFileGrammar : public boost::spirit::qi::grammar<Iterator> {
   public:
-    using Skipper = boost::spirit::standard_wide::space_type;
+    using Skipper = WideSpaceParser;
 
     explicit LocFileGrammar(Model::ResourceDictionary& dictionary);
 
@@ -49,11 +43,16 @@ class LocFileGrammar : public boost::spirit::qi::grammar<Iterator> {
     Model::ResourceDictionary& dictionary_;
     int nesting_ = 0;
 
-    boost::spirit::qi::symbols<wchar_t, wchar_t> escapes_;
+    // Made with the grammar, so it takes the runtime's whitespace as it is at the parse.
+    const WideSpaceParser space_;
+    // The key of the entry being parsed, as written. One buffer serves every entry, so a key
+    // costs no allocation before it is folded and stored.
+    std::u16string entryKey_;
 
     Rule<> locFile_;
     Rule<> comment_;
-    Rule<LocFileEntry(), Skipper> keyValueEntry_;
+    // Synthesises the entry's value; its key goes to entryKey_.
+    Rule<Model::Value(), Skipper> keyValueEntry_;
     Rule<std::u16string()> key_;
     Rule<Model::Value(), Skipper> value_;
     Rule<Model::Operand(), Skipper> operand_;

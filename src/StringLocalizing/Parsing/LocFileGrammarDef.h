@@ -2,8 +2,11 @@
 
 #include "StringLocalizing/Model/KeyCase.h"
 #include "StringLocalizing/Parsing/AddResource.h"
+#include "StringLocalizing/Parsing/KeyParser.h"
 #include "StringLocalizing/Parsing/LocFileGrammar.h"
 #include "StringLocalizing/Parsing/MoveAssign.h"
+#include "StringLocalizing/Parsing/MoveOperand.h"
+#include "StringLocalizing/Parsing/QuotedTextParser.h"
 
 #include <boost/phoenix/core.hpp>
 #include <boost/phoenix/function.hpp>
@@ -23,7 +26,14 @@ namespace loc_file_actions {
 struct AppendOperand {
     using result_type = void;
     void operator()(Model::Value& value, Model::Operand& operand) const {
-        value.operands.push_back(std::move(operand));
+        AppendMovedOperand(value.operands, operand);
+    }
+};
+
+struct TakePluralForm {
+    using result_type = void;
+    void operator()(Model::Operand& operand, Model::PluralForm& plural) const {
+        MovePluralForm(plural, operand);
     }
 };
 
@@ -57,20 +67,17 @@ struct AppendForm {
 
 struct SetEntryKey {
     using result_type = void;
-    void operator()(LocFileEntry& entry, std::u16string& key) const { entry.key = std::move(key); }
-};
-
-struct SetEntryValue {
-    using result_type = void;
-    void operator()(LocFileEntry& entry, Model::Value& value) const {
-        entry.value = std::move(value);
+    template <typename Range>
+    void operator()(std::u16string& key, const Range& written) const {
+        key.assign(written.begin(), written.end());
     }
 };
 
 struct StoreEntry {
     using result_type = void;
-    void operator()(Model::ResourceDictionary& dictionary, const LocFileEntry& entry) const {
-        AddResource(dictionary, entry.key, entry.value);
+    void operator()(Model::ResourceDictionary& dictionary, const std::u16string& key,
+                    Model::Value& value) const {
+        AddResource(dictionary, key, std::move(value));
     }
 };
 
@@ -89,37 +96,34 @@ LocFileGrammar<Iterator>::LocFileGrammar(Model::ResourceDictionary& dictionary)
 
     const phx::function<AppendOperand> appendOperand;
     const phx::function<MoveAssign> moveAssign;
+    const phx::function<TakePluralForm> takePluralForm;
     const phx::function<MakeKeyRef> makeKeyRef;
     const phx::function<MakeParam> makeParam;
     const phx::function<SetPluralParam> setPluralParam;
     const phx::function<AppendForm> appendForm;
     const phx::function<SetEntryKey> setEntryKey;
-    const phx::function<SetEntryValue> setEntryValue;
     const phx::function<StoreEntry> storeEntry;
 
-    escapes_.add(L"\\n", L'\n')(L"\\\\", L'\\')(L"\\'", L'\'');
-
     // Comments are skipped only between entries; inside an entry only whitespace is.
-    locFile_ = *(wide::space | comment_) >>
-               *(qi::skip(wide::space)[keyValueEntry_[storeEntry(phx::ref(dictionary_), _1)]] >>
-                 *(wide::space | comment_)) > qi::eoi;
+    const auto storeParsedEntry = storeEntry(phx::ref(dictionary_), phx::cref(entryKey_), _1);
+    locFile_ = *(space_ | comment_) >> *(qi::skip(space_)[keyValueEntry_[storeParsedEntry]] >>
+                                         *(space_ | comment_)) > qi::eoi;
 
     comment_ = lit(L';') >> *(wide::char_ - lit(L'\r') - lit(L'\n'));
 
-    keyValueEntry_ = key_[setEntryKey(_val, _1)] > lit(L'=') > value_[setEntryValue(_val, _1)];
+    keyValueEntry_ = qi::raw[KeyParser()][setEntryKey(phx::ref(entryKey_), _1)] > lit(L'=') >
+                     value_[moveAssign(_val, _1)];
 
-    key_ = wide::char_(L"a-zA-Z_") >> *wide::char_(L"a-zA-Z_0-9");
+    key_ = KeyParser();
 
     // A "+" that no operand follows is not part of the value: the alternative backs up.
     value_ = operand_[appendOperand(_val, _1)] >> *(lit(L'+') >> operand_[appendOperand(_val, _1)]);
 
     operand_ = quotedString_[moveAssign(_val, _1)] | keyReference_[moveAssign(_val, _1)] |
                externalParameter_[moveAssign(_val, _1)] |
-               pluralFormInvocation_[moveAssign(_val, _1)];
+               pluralFormInvocation_[takePluralForm(_val, _1)];
 
-    // A backslash that begins none of the three escapes is an ordinary character.
-    quotedString_ = lit(L'\'') > *((wide::char_ - lit(L'\'') - lit(L'\\')) | escapes_ |
-                                   (wide::char_ - lit(L'\''))) > lit(L'\'');
+    quotedString_ = lit(L'\'') > QuotedTextParser() > lit(L'\'');
 
     externalParameterName_ = lit(L'$') > key_;
 

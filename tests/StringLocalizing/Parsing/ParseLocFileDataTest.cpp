@@ -1,6 +1,7 @@
 // Walks tests/data/parsing/loc_file: each NAME.lt is parsed as file "NAME.lt" and the result is
 // compared with NAME.expected, which holds either the entries in canonical form or the exact
-// message of the ParsingException.
+// message of the ParsingException. Each fixture also goes through the position-tracking parse,
+// which must agree with the fast one.
 
 #include "StringLocalizing/Model/ValueFormat.h"
 #include "StringLocalizing/Parsing/ParseLocFile.h"
@@ -32,32 +33,57 @@ std::vector<std::string> ValidFixtureNames() {
     return names;
 }
 
-// What a fixture produces: its entries in canonical form, or "error: " and the message.
-std::string ParseFixture(const std::string& name, Model::ResourceDictionary& dictionary) {
+using ParseFunction = void (*)(const std::u16string& text, const std::u16string& fileName,
+                               Model::ResourceDictionary& dictionary);
+
+// What a fixture produces: the dictionary as the parse left it, and the wide report of the
+// ParsingException (empty when the parse succeeded).
+struct Outcome {
+    Model::ResourceDictionary dictionary;
+    std::u16string report;
+};
+
+Outcome ParseFixture(const std::string& name, ParseFunction parse) {
     const std::u16string text = ulo::Utf8ToWide(Testing::ReadBytes(kFixtureDir / (name + ".lt")));
+    Outcome outcome;
     try {
-        ParseLocFile(text, ulo::Utf8ToWide(name + ".lt"), dictionary);
+        parse(text, ulo::Utf8ToWide(name + ".lt"), outcome.dictionary);
     } catch (const ParsingException& error) {
         EXPECT_EQ(ulo::WideToNarrowMessage(error.WideMessage()), error.what());
-        return std::string("error: ") + error.what() + "\n";
+        outcome.report = error.WideMessage();
     }
-    return ulo::WideToUtf8(Model::FormatDictionary(dictionary));
+    return outcome;
+}
+
+// The entries in canonical form, or "error: " and the message.
+std::string Describe(const Outcome& outcome) {
+    if (!outcome.report.empty()) {
+        return "error: " + ulo::WideToNarrowMessage(outcome.report) + "\n";
+    }
+    return ulo::WideToUtf8(Model::FormatDictionary(outcome.dictionary));
 }
 
 class ParseLocFileFixture : public ::testing::TestWithParam<std::string> {};
 
 TEST_P(ParseLocFileFixture, MatchesExpectation) {
-    Model::ResourceDictionary dictionary;
     Testing::ExpectMatchesExpectation(kFixtureDir, GetParam(),
-                                      ParseFixture(GetParam(), dictionary));
+                                      Describe(ParseFixture(GetParam(), ParseLocFile)));
+}
+
+// The fast parse builds its reports from the position-tracking parse, so the two must agree
+// on everything: the same entries, kept also after a failure, and the same report to the unit.
+TEST_P(ParseLocFileFixture, PositionTrackingParseAgrees) {
+    const Outcome fast = ParseFixture(GetParam(), ParseLocFile);
+    const Outcome tracked = ParseFixture(GetParam(), ParseLocFileWithPositions);
+    EXPECT_EQ(tracked.report, fast.report);
+    EXPECT_EQ(tracked.dictionary, fast.dictionary);
 }
 
 class ValidLocFileFixture : public ::testing::TestWithParam<std::string> {};
 
 // The canonical form is itself a valid file that parses back to the same entries.
 TEST_P(ValidLocFileFixture, CanonicalFormParsesBackToTheSameEntries) {
-    Model::ResourceDictionary dictionary;
-    ParseFixture(GetParam(), dictionary);
+    const Model::ResourceDictionary dictionary = ParseFixture(GetParam(), ParseLocFile).dictionary;
     Model::ResourceDictionary reparsed;
     ParseLocFile(Model::FormatDictionary(dictionary), u"canonical.lt", reparsed);
     EXPECT_EQ(dictionary, reparsed);

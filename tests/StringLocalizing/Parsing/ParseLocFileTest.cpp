@@ -2,9 +2,12 @@
 #include "StringLocalizing/Parsing/ParseLocFile.h"
 #include "StringLocalizing/Parsing/ParsingException.h"
 #include "TestSupport/ExpectThrowMessage.h"
+#include "TestSupport/GlobalLocale.h"
 
 #include <gtest/gtest.h>
 
+#include <locale>
+#include <stdexcept>
 #include <string>
 
 namespace LocalizationManager::StringLocalizing::Parsing {
@@ -54,6 +57,29 @@ TEST(ParseLocFile, EmptyQuotedStringIsOneEmptyTextOperand) {
     EXPECT_EQ(u"", boost::get<std::u16string>(dictionary.at(u"a").operands[0]));
 }
 
+// A text grown unit by unit would keep up to as much again as spare capacity for the life of
+// the dictionary; texts are stored with exactly their length.
+TEST(ParseLocFile, StoresTextsWithoutSpareCapacity) {
+    const std::u16string longText(100, u'x');
+    const ResourceDictionary dictionary =
+        Parse(u"plain = '" + longText + u"' + 'two texts'\n" +
+              u"escaped = 'it\\'s a \\\\ path\\nand more'\n" + u"plural = {$n: '" + longText +
+              u"', 'eight chars'}");
+    const auto& plural = boost::get<PluralForm>(dictionary.at(u"plural").operands.at(0));
+    const std::u16string* texts[] = {
+        &boost::get<std::u16string>(dictionary.at(u"plain").operands.at(0)),
+        &boost::get<std::u16string>(dictionary.at(u"plain").operands.at(1)),
+        &boost::get<std::u16string>(dictionary.at(u"escaped").operands.at(0)),
+        &boost::get<std::u16string>(plural.forms.at(0).operands.at(0)),
+        &boost::get<std::u16string>(plural.forms.at(1).operands.at(0)),
+    };
+    const std::size_t inlineCapacity = std::u16string().capacity();
+    for (const std::u16string* text : texts) {
+        ASSERT_GT(text->size(), inlineCapacity) << "a text this short would not be on the heap";
+        EXPECT_EQ(text->size(), text->capacity());
+    }
+}
+
 TEST(ParseLocFile, KeepsEntriesParsedBeforeTheFailingOne) {
     ResourceDictionary dictionary;
     EXPECT_THROW(ParseLocFile(u"a = 'x'\nb = 'y'\nc = ,\nd = 'z'", u"f.lt", dictionary),
@@ -71,6 +97,24 @@ TEST(ParseLocFile, DuplicateKeyKeepsTheFirstValue) {
     EXPECT_EQ(u"x", boost::get<std::u16string>(dictionary.at(u"a").operands.at(0)));
 }
 
+// Entries after the last key in order go in without a search; a duplicate must still be found
+// wherever its first occurrence stands.
+TEST(ParseLocFile, FindsADuplicateWhereverTheFirstOccurrenceStands) {
+    const struct {
+        std::u16string text;
+        std::string duplicate;
+    } cases[] = {
+        {u"a = '1'\nb = '2'\nc = '3'\nA = '4'", "a"},
+        {u"a = '1'\nb = '2'\nc = '3'\nB = '4'", "b"},
+        {u"a = '1'\nb = '2'\nc = '3'\nC = '4'", "c"},
+        {u"c = '1'\nb = '2'\na = '3'\nB = '4'", "b"},
+    };
+    for (const auto& [text, duplicate] : cases) {
+        EXPECT_THROW_MSG(Parse(text), ParsingException,
+                         "duplicate key found (keys are case insensitive): '" + duplicate + "'");
+    }
+}
+
 TEST(ParseLocFile, ReportKeepsWideTextAndNarrowsItForWhat) {
     try {
         Parse(u"\u0416 = 'x'");
@@ -85,6 +129,21 @@ TEST(ParseLocFile, ReportKeepsWideTextAndNarrowsItForWhat) {
             "here",
             std::string(error.what()));
     }
+}
+
+// Whitespace is whatever the runtime's wide classification calls a space, beyond ASCII too:
+// the ideographic space separates tokens only once the global locale says it is a space.
+TEST(ParseLocFile, WhitespaceBeyondAsciiFollowsTheGlobalLocale) {
+    const std::u16string text = u"a\u3000=\u3000'x'";
+    EXPECT_THROW(Parse(text), ParsingException) << "the classic locale knows ASCII spaces only";
+    std::locale utf8;
+    try {
+        utf8 = std::locale("C.UTF-8");
+    } catch (const std::runtime_error&) {
+        GTEST_SKIP() << "no C.UTF-8 locale on this machine";
+    }
+    const Testing::GlobalLocale scope(utf8);
+    EXPECT_EQ(u"x", boost::get<std::u16string>(Parse(text).at(u"a").operands.at(0)));
 }
 
 TEST(ParseLocFile, AcceptsPluralFormsNestedUpToTheLimit) {
