@@ -1,6 +1,5 @@
 #include "StringLocalizing/Parsing/AddResource.h"
 
-#include "StringLocalizing/Model/KeyCase.h"
 #include "StringLocalizing/Parsing/DuplicateKeyException.h"
 
 #include <iterator>
@@ -8,9 +7,10 @@
 
 namespace LocalizationManager::StringLocalizing::Parsing {
 
-void AddResource(Model::ResourceDictionary& dictionary, const std::u16string& key,
-                 Model::Value&& value) {
-    std::u16string lowered = Model::LowerCaseKey(key);
+void AddResource(Model::ResourceDictionary& dictionary, const Model::KeyCaseFolder& keyCaseFolder,
+                 const std::u16string& key, Model::Value&& value) {
+    std::u16string buffer;
+    std::u16string lowered(keyCaseFolder.Fold(key, buffer));
     // Files are often written in key order, as tools write them: a key after the last one
     // cannot be a duplicate and goes in at the end without a search.
     auto position = dictionary.end();

@@ -5,6 +5,7 @@
 // expansions build in parallel: for TextIterator (the fast parse) in LocFileGrammarText.cpp and
 // for SourceIterator (the parse that builds reports) in LocFileGrammar.cpp.
 
+#include "StringLocalizing/Model/KeyCase.h"
 #include "StringLocalizing/Model/ResourceDictionary.h"
 #include "StringLocalizing/Parsing/WideSpaceParser.h"
 
@@ -41,6 +42,8 @@ class LocFileGrammar : public boost::spirit::qi::grammar<Iterator> {
     using Rule = boost::spirit::qi::rule<Iterator, Parameters...>;
 
     Model::ResourceDictionary& dictionary_;
+    // Keys and references are folded under the global locale of the parse.
+    const Model::KeyCaseFolder keyCaseFolder_;
     int nesting_ = 0;
 
     // Made with the grammar, so it takes the runtime's whitespace as it is at the parse.

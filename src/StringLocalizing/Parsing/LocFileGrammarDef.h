@@ -39,8 +39,10 @@ struct TakePluralForm {
 
 struct MakeKeyRef {
     using result_type = void;
-    void operator()(Model::KeyRef& reference, const std::u16string& key) const {
-        reference.key = Model::LowerCaseKey(key);
+    void operator()(Model::KeyRef& reference, const Model::KeyCaseFolder& keyCaseFolder,
+                    const std::u16string& key) const {
+        std::u16string buffer;
+        reference.key = keyCaseFolder.Fold(key, buffer);
     }
 };
 
@@ -75,9 +77,10 @@ struct SetEntryKey {
 
 struct StoreEntry {
     using result_type = void;
-    void operator()(Model::ResourceDictionary& dictionary, const std::u16string& key,
+    void operator()(Model::ResourceDictionary& dictionary,
+                    const Model::KeyCaseFolder& keyCaseFolder, const std::u16string& key,
                     Model::Value& value) const {
-        AddResource(dictionary, key, std::move(value));
+        AddResource(dictionary, keyCaseFolder, key, std::move(value));
     }
 };
 
@@ -105,7 +108,8 @@ LocFileGrammar<Iterator>::LocFileGrammar(Model::ResourceDictionary& dictionary)
     const phx::function<StoreEntry> storeEntry;
 
     // Comments are skipped only between entries; inside an entry only whitespace is.
-    const auto storeParsedEntry = storeEntry(phx::ref(dictionary_), phx::cref(entryKey_), _1);
+    const auto storeParsedEntry =
+        storeEntry(phx::ref(dictionary_), phx::cref(keyCaseFolder_), phx::cref(entryKey_), _1);
     locFile_ = *(space_ | comment_) >> *(qi::skip(space_)[keyValueEntry_[storeParsedEntry]] >>
                                          *(space_ | comment_)) > qi::eoi;
 
@@ -130,7 +134,7 @@ LocFileGrammar<Iterator>::LocFileGrammar(Model::ResourceDictionary& dictionary)
     // "$count :" opens a plural form, so it is not a parameter.
     externalParameter_ = externalParameterName_[makeParam(_val, _1)] >> !lit(L':');
 
-    keyReference_ = key_[makeKeyRef(_val, _1)];
+    keyReference_ = key_[makeKeyRef(_val, phx::cref(keyCaseFolder_), _1)];
 
     pluralFormInvocation_ =
         lit(L'{') > nestingLimit_ > externalParameterName_[setPluralParam(_val, _1)] > lit(L':') >
