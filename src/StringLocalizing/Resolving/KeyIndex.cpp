@@ -20,10 +20,12 @@ std::uint32_t HighHalf(std::uint64_t hash) noexcept {
     return static_cast<std::uint32_t>(hash >> 32);
 }
 
+static_assert(sizeof(KeyIndex::Entry) == 64, "an entry fills one cache line");
+
 }  // namespace
 
-KeyIndex::Entry::Entry(const std::u16string& key, const Model::Value& value)
-    : value_(&value), keyLength_(static_cast<std::uint32_t>(key.size())) {
+KeyIndex::Entry::Entry(const std::u16string& key, const Model::Value& value, std::uint32_t hashTag)
+    : value_(&value), keyLength_(static_cast<std::uint32_t>(key.size())), hashTag_(hashTag) {
     if (key.size() > std::numeric_limits<std::uint32_t>::max()) {
         throw std::length_error("key too long to index");
     }
@@ -42,43 +44,35 @@ KeyIndex::Entry::Entry(const std::u16string& key, const Model::Value& value)
     }
 }
 
-KeyIndex::KeyIndex(const Model::ResourceDictionary& dictionary) {
-    // Entry positions and their count share a slot's lower half with the empty marker.
-    if (dictionary.size() >= std::numeric_limits<std::uint32_t>::max()) {
-        throw std::length_error("too many keys to index");
+KeyIndex::KeyIndex(const Model::ResourceDictionary& dictionary) : size_(dictionary.size()) {
+    std::size_t capacity = 16;
+    while (capacity / 4 * 3 < size_) {
+        capacity *= 2;
     }
-    entries_.reserve(dictionary.size());
-    // At most half of the slots are in use, so that a probe ends after very few steps.
-    std::size_t slotCount = 16;
-    while (slotCount < 2 * dictionary.size()) {
-        slotCount *= 2;
-    }
-    slots_.assign(slotCount, 0);
-    slotMask_ = slotCount - 1;
+    table_.resize(capacity);
+    mask_ = capacity - 1;
 
     for (const auto& [key, value] : dictionary) {
-        entries_.push_back(Entry(key, value));
         const std::uint64_t hash = Hash(key);
-        std::size_t position = hash & slotMask_;
-        while (slots_[position] != 0) {
-            position = (position + 1) & slotMask_;
+        std::size_t position = hash & mask_;
+        while (!table_[position].IsEmpty()) {
+            position = (position + 1) & mask_;
         }
-        slots_[position] = (static_cast<Slot>(HighHalf(hash)) << 32) | entries_.size();
+        table_[position] = Entry(key, value, HighHalf(hash));
     }
 }
 
 const KeyIndex::Entry* KeyIndex::Find(std::u16string_view key) const noexcept {
     const std::uint64_t hash = Hash(key);
     const std::uint32_t tag = HighHalf(hash);
-    for (std::size_t position = hash & slotMask_;; position = (position + 1) & slotMask_) {
-        const Slot slot = slots_[position];
-        if (slot == 0) {
+    for (std::size_t position = hash & mask_;; position = (position + 1) & mask_) {
+        const Entry& entry = table_[position];
+        if (entry.IsEmpty()) {
             return nullptr;
         }
-        if (static_cast<std::uint32_t>(slot >> 32) != tag) {
+        if (entry.hashTag_ != tag) {
             continue;
         }
-        const Entry& entry = entries_[static_cast<std::uint32_t>(slot) - 1];
         const std::u16string_view entryKey = entry.Key();
         // Bytes, not units: memcmp compares them many at a time.
         if (entryKey.size() == key.size() &&

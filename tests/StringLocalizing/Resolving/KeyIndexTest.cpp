@@ -21,7 +21,7 @@ TEST(KeyIndex, FindsExactlyTheStoredKeys) {
     // keys that differ only in their last unit.
     for (const std::u16string key :
          {u"", u"a", u"abc", u"abcd", u"abcde", u"abcdefgh", u"abcdefghi", u"key_00001",
-          u"key_00002", u"\xD83D\xDE00", u"a_key_of_twenty_unit", u"a_key_of_twenty_units",
+          u"key_00002", u"\xD83D\xDE00", u"a_key_of_sixteen", u"a_key_of_sixteen_",
           u"a_key_longer_than_twenty_units"}) {
         dictionary.emplace(key, Text(u"text of " + key));
     }
@@ -34,7 +34,7 @@ TEST(KeyIndex, FindsExactlyTheStoredKeys) {
     }
     for (const std::u16string absent :
          {u"ab", u"abcdefg", u"key_0000", u"key_00003", u"Key_00001", u"key_000010", u"\xD83D",
-          u"a_key_of_twenty_unix", u"a_key_of_twenty_unitz"}) {
+          u"a_key_of_sixteem", u"a_key_of_sixteen_x"}) {
         EXPECT_EQ(nullptr, index.Find(absent));
     }
 }
