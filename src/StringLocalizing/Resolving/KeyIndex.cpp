@@ -45,8 +45,10 @@ KeyIndex::Entry::Entry(const std::u16string& key, const Model::Value& value, std
 }
 
 KeyIndex::KeyIndex(const Model::ResourceDictionary& dictionary) : size_(dictionary.size()) {
+    // At most four fifths full: a bound of three quarters would double the table of a
+    // 100,000-entry scope to 16 MiB.
     std::size_t capacity = 16;
-    while (capacity / 4 * 3 < size_) {
+    while (capacity / 5 * 4 < size_) {
         capacity *= 2;
     }
     table_.resize(capacity);

@@ -69,7 +69,7 @@ class KeyIndex {
     static std::uint64_t Hash(std::u16string_view key) noexcept;
 
     // Open addressing with linear probing: an entry stands at its hash's position or after
-    // the entries that took it first. At most three quarters are in use.
+    // the entries that took it first.
     std::vector<Entry> table_;
     std::size_t mask_ = 0;
     std::size_t size_ = 0;
