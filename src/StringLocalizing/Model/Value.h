@@ -1,8 +1,9 @@
 #pragma once
 
 // The parsed form of one localization text. Plain value types: they have no behaviour beyond
-// construction, copying and comparison. The parser builds them, the compiler expands the key
-// references in them and the resolvers turn them into final text.
+// construction, copying, comparison and telling a value of one literal text (PlainText). The parser
+// builds them, the compiler expands the key references in them and the resolvers turn them into
+// final text.
 
 #include <boost/ptr_container/ptr_vector.hpp>
 #include <boost/variant.hpp>
@@ -67,6 +68,13 @@ inline bool operator==(const PluralForm& left, const PluralForm& right) {
 
 inline bool operator==(const Value& left, const Value& right) {
     return left.operands == right.operands;
+}
+
+// The text of a value made of one literal text, which is then its resolved text as well;
+// null for any other value.
+inline const std::u16string* PlainText(const Value& value) {
+    return value.operands.size() == 1 ? boost::get<std::u16string>(&value.operands.front())
+                                      : nullptr;
 }
 
 }  // namespace LocalizationManager::StringLocalizing::Model

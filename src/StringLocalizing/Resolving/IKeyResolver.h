@@ -20,9 +20,7 @@ struct IKeyResolver {
     // returns a view of it. The view is valid while `value` and `buffer` are unchanged. By
     // default Resolve's text is kept in `buffer`.
     virtual std::u16string_view ResolveInto(const Model::Value& value, TextBuffer& buffer) const {
-        buffer.Clear();
-        buffer.Append(Resolve(value));
-        return buffer.View();
+        return buffer.Assign(Resolve(value));
     }
 };
 

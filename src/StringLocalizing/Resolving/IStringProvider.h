@@ -20,9 +20,7 @@ struct IStringProvider {
     // is valid while the provider and `buffer` are unchanged. Fails as GetString does. By
     // default GetString's text is kept in `buffer`.
     virtual std::u16string_view GetStringView(std::u16string_view key, TextBuffer& buffer) const {
-        buffer.Clear();
-        buffer.Append(GetString(std::u16string(key)));
-        return buffer.View();
+        return buffer.Assign(GetString(std::u16string(key)));
     }
 };
 

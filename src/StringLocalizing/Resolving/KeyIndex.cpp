@@ -34,13 +34,11 @@ KeyIndex::Entry::Entry(const std::u16string& key, const Model::Value& value, std
     } else {
         key_.external = key.data();
     }
-    if (value.operands.size() == 1) {
-        const auto* text = boost::get<std::u16string>(&value.operands.front());
-        // Longer texts, which no file holds, are resolved like any other value.
-        if (text != nullptr && text->size() <= std::numeric_limits<std::uint32_t>::max()) {
-            text_ = text->data();
-            textLength_ = static_cast<std::uint32_t>(text->size());
-        }
+    const std::u16string* text = Model::PlainText(value);
+    // Longer texts, which no file holds, are resolved like any other value.
+    if (text != nullptr && text->size() <= std::numeric_limits<std::uint32_t>::max()) {
+        text_ = text->data();
+        textLength_ = static_cast<std::uint32_t>(text->size());
     }
 }
 

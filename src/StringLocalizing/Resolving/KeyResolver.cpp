@@ -20,10 +20,8 @@ std::u16string KeyResolver::Resolve(const Model::Value& value) const {
 }
 
 std::u16string_view KeyResolver::ResolveInto(const Model::Value& value, TextBuffer& buffer) const {
-    if (value.operands.size() == 1) {
-        if (const auto* text = boost::get<std::u16string>(&value.operands.front())) {
-            return *text;
-        }
+    if (const std::u16string* text = Model::PlainText(value)) {
+        return *text;
     }
     buffer.Clear();
     AppendResolved(value, buffer);

@@ -45,9 +45,7 @@ std::u16string_view StringProviderBase::GetStringView(std::u16string_view key,
 
 std::u16string_view StringProviderBase::OnKeyNotFoundView(std::u16string_view key,
                                                           TextBuffer& buffer) const {
-    buffer.Clear();
-    buffer.Append(OnKeyNotFound(std::u16string(key)));
-    return buffer.View();
+    return buffer.Assign(OnKeyNotFound(std::u16string(key)));
 }
 
 }  // namespace LocalizationManager::StringLocalizing::Resolving

@@ -19,6 +19,12 @@ class TextBuffer {
     // keeps its text.
     void Append(std::u16string_view text);
     void Clear() noexcept { size_ = 0; }
+    // Replaces the text with `text`, which must not lie in this buffer, and returns View().
+    std::u16string_view Assign(std::u16string_view text) {
+        Clear();
+        Append(text);
+        return View();
+    }
 
     // Valid until the buffer is next changed or destroyed.
     std::u16string_view View() const noexcept { return {data_, size_}; }
