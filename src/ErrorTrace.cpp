@@ -3,6 +3,7 @@
 #include "CultureNames.h"
 #include "StringLocalizing/Model/LanguageName.h"
 #include "ulo/ResultCode.h"
+#include "ulo/rtl/MessageError.h"
 
 #include <stdexcept>
 
@@ -37,8 +38,7 @@ std::string CurrentExceptionMessage() {
     try {
         throw;
     } catch (const std::exception& exception) {
-        const char* message = exception.what();
-        return message != nullptr ? message : "(null)";
+        return std::string(ulo::FullMessage(exception));
     } catch (...) {
         return "(null)";
     }

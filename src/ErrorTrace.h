@@ -23,8 +23,8 @@ void TraceError(ulo::ITracer* tracer, LineBuilder&& buildLine) noexcept {
     }
 }
 
-// The message of the exception being handled, "(null)" when it has none (or is not a
-// std::exception). Call only while an exception is being handled.
+// The whole message of the exception being handled, NUL characters included; "(null)" when it
+// has none (or is not a std::exception). Call only while an exception is being handled.
 std::string CurrentExceptionMessage();
 
 // The culture as error lines print it ("ru-", "en-US", "sr-Latn-RS-x"); a language id outside

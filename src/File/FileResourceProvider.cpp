@@ -4,6 +4,7 @@
 #include "StringLocalizing/Model/LanguageName.h"
 #include "ulo/rtl/CodeContracts.h"
 #include "ulo/rtl/FileSystem.h"
+#include "ulo/rtl/MessageError.h"
 #include "ulo/rtl/TextConversion.h"
 
 #include <algorithm>
@@ -43,7 +44,7 @@ void RequireResourceName(const std::u16string& name) {
     }
     if (!valid) {
         // Message text, which never fails: the name may hold any UTF-16 unit.
-        throw std::runtime_error("invalid resource name '" + ulo::WideToNarrowMessage(name) + "'");
+        throw ulo::MessageError("invalid resource name '" + ulo::WideToNarrowMessage(name) + "'");
     }
 }
 
@@ -95,8 +96,8 @@ ResourceFileText FileResourceProvider::GetLocalizationText(
     const std::u16string path =
         FindFirst(Searches({JoinPath(kLocalizationFolder, fileName)}, culture));
     if (path.empty()) {
-        throw std::runtime_error("cannot find localization file '" + ulo::WideToUtf8(fileName) +
-                                 "'");
+        throw ulo::MessageError("cannot find localization file '" + ulo::WideToUtf8(fileName) +
+                                "'");
     }
     return ResourceFileText{GetFileContent(path), path};
 }
@@ -108,8 +109,8 @@ bool FileResourceProvider::HasPluralFormRules(const PluralFormRuleId& ruleId) {
 ResourceFileText FileResourceProvider::GetPluralFormRulesText(const PluralFormRuleId& ruleId) {
     const std::u16string path = FindPluralFormRulesFile(ruleId);
     if (path.empty()) {
-        throw std::runtime_error("cannot find plural form file for id '" +
-                                 StringLocalizing::Model::ToString(ruleId) + "'");
+        throw ulo::MessageError("cannot find plural form file for id '" +
+                                StringLocalizing::Model::ToString(ruleId) + "'");
     }
     return ResourceFileText{GetFileContent(path), path};
 }
@@ -122,8 +123,8 @@ std::u16string FileResourceProvider::GetBinaryResourcePath(
     const std::u16string path =
         FindFirst(Searches({JoinPath(scope, key), JoinPath(kCommonBinaryFolder, key)}, culture));
     if (path.empty()) {
-        throw std::runtime_error("cannot find binary resource file for key '" +
-                                 ulo::WideToUtf8(key) + "'");
+        throw ulo::MessageError("cannot find binary resource file for key '" +
+                                ulo::WideToUtf8(key) + "'");
     }
     return path;
 }

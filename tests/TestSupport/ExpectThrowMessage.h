@@ -1,7 +1,10 @@
 #pragma once
 
 // EXPECT_THROW_MSG(statement, ExceptionType, message): the statement throws exactly an
-// ExceptionType (or a class derived from it) whose what() equals `message`.
+// ExceptionType (or a class derived from it) whose whole message (NUL characters included) equals
+// `message`.
+
+#include "ulo/rtl/MessageError.h"
 
 #include <gtest/gtest.h>
 
@@ -14,7 +17,7 @@
             statement;                                                                          \
         } catch (const ExceptionType& lmError_) {                                               \
             lmCaught_ = true;                                                                   \
-            EXPECT_EQ(std::string(message), std::string(lmError_.what()));                      \
+            EXPECT_EQ(std::string(message), std::string(ulo::FullMessage(lmError_)));           \
         } catch (const std::exception& lmOther_) {                                              \
             ADD_FAILURE() << "expected " #ExceptionType ", got another exception: "             \
                           << lmOther_.what();                                                   \

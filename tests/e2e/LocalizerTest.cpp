@@ -12,6 +12,7 @@
 #include <fstream>
 #include <iterator>
 #include <string>
+#include <string_view>
 
 namespace localization_manager::e2e {
 namespace {
@@ -119,12 +120,15 @@ TEST_F(LocalizerTest, FailedTextRequestsTraceTheirReason) {
     const struct {
         const char* what;
         IParamResolver* resolver;
-        const char* key;
+        std::string_view key;
         ::testing::Matcher<const std::string&> line;
     } cases[] = {
         // The engine names the key as it looked it up: in lower case.
         {"missing key", counting.Get(), "NoSuchKey",
          "cannot get string for key NoSuchKey error: Key 'nosuchkey' not found"},
+        // A NUL character ends neither the key nor the line.
+        {"key with a NUL", counting.Get(), std::string_view("No\0Key", 6),
+         std::string("cannot get string for key No\0Key error: Key 'no\0key' not found", 62)},
         {"failing resolver", failing.Get(), "status",
          AllOf(StartsWith("cannot get string for key status error: "),
                HasSubstr("external resolver cannot resolve key, error: Not found"))},

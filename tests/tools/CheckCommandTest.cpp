@@ -48,7 +48,7 @@ TEST(CheckCommandTest, FindsEveryKindOfProblemOfTheBrokenTree) {
         {"missing-reference", "/de/Locs/download.lt", 5, 9, "de", "Key 'titel' not found"},
         {"cyclic-reference", "/de/Locs/settings.lt", 2, 1, "de",
          "Cyclic reference found:(theme->colors->theme)"},
-        {"expansion-limit", "/de/Locs/banner.lt", 19, 1, "de", "exceeds 65536 operands"},
+        {"expansion-limit", "/de/Locs/banner.lt", 21, 1, "de", "exceeds the limit of 33554432"},
         {"reference-in-plural", "/neutral/Locs/settings.lt", 4, 34, "cs",
          "Key reference found (onefile)"},
         // The neutral texts, against the rule of a culture that falls back to them.

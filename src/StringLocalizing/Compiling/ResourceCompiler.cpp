@@ -5,49 +5,32 @@
 #include "ulo/rtl/CodeContracts.h"
 
 #include <algorithm>
+#include <stdexcept>
 #include <utility>
 
 namespace LocalizationManager::StringLocalizing::Compiling {
 
 namespace {
 
-// Pops the key pushed by CompileKey on every way out, so that after a failure the visiting
-// stack is what it was before the call.
-class VisitGuard {
-  public:
-    VisitGuard(std::vector<std::u16string>& stack, const std::u16string& key) : stack_(stack) {
-        stack_.push_back(key);
-    }
-    ~VisitGuard() { stack_.pop_back(); }
-
-    VisitGuard(const VisitGuard&) = delete;
-    VisitGuard& operator=(const VisitGuard&) = delete;
-
-  private:
-    std::vector<std::u16string>& stack_;
-};
-
-// What copying an operand costs: one for the operand and one for each character it holds.
+// What copying an operand costs against the expansion bound.
 std::size_t CopyCost(const Model::Operand& operand);
 
-std::size_t CopyCost(const Model::Value& value) {
-    std::size_t cost = 0;
-    for (const Model::Operand& operand : value.operands) {
-        cost += CopyCost(operand);
-    }
-    return cost;
-}
-
 struct CopyCostVisitor : boost::static_visitor<std::size_t> {
-    std::size_t operator()(const std::u16string& text) const { return 1 + text.size(); }
-    std::size_t operator()(const Model::KeyRef& reference) const {
-        return 1 + reference.key.size();
+    std::size_t operator()(const std::u16string& text) const {
+        return kExpansionUnitsPerOperand + text.size();
     }
-    std::size_t operator()(const Model::Param& param) const { return 1 + param.name.size(); }
+    std::size_t operator()(const Model::KeyRef& reference) const {
+        return kExpansionUnitsPerOperand + reference.key.size();
+    }
+    std::size_t operator()(const Model::Param& param) const {
+        return kExpansionUnitsPerOperand + param.name.size();
+    }
     std::size_t operator()(const Model::PluralForm& plural) const {
-        std::size_t cost = 1 + plural.param.size();
+        std::size_t cost = kExpansionUnitsPerOperand + plural.param.size();
         for (const Model::Value& form : plural.forms) {
-            cost += CopyCost(form);
+            for (const Model::Operand& operand : form.operands) {
+                cost += CopyCost(operand);
+            }
         }
         return cost;
     }
@@ -61,6 +44,10 @@ bool IsKeyReference(const Model::Operand& operand) {
     return boost::get<Model::KeyRef>(&operand) != nullptr;
 }
 
+bool HasKeyReference(const Model::Value& value) {
+    return std::any_of(value.operands.begin(), value.operands.end(), IsKeyReference);
+}
+
 }  // namespace
 
 ResourceCompiler::ResourceCompiler(
@@ -70,7 +57,7 @@ ResourceCompiler::ResourceCompiler(
 void ResourceCompiler::Compile(
     const boost::shared_ptr<Model::ResourceDictionary>& resourceDictionary) {
     ULO_REQUIRE_NOT_NULL(resourceDictionary);
-    visitingStack_.clear();
+    AbandonKeys();
     compiledKeys_.clear();
     expansionUnits_ = 0;
     resourceDictionary_ = resourceDictionary;
@@ -94,65 +81,114 @@ void ResourceCompiler::GetExpression(const std::u16string& key,
 }
 
 void ResourceCompiler::CompileKey(const std::u16string& key, Model::Value& value) {
-    if (compiledKeys_.count(key) != 0) {
-        return;
-    }
-    if (std::find(visitingStack_.begin(), visitingStack_.end(), key) != visitingStack_.end()) {
-        throw CyclicReferenceException(visitingStack_, key);
-    }
-    if (visitingStack_.size() >= kMaxReferenceDepth) {
-        throw ExpansionLimitException::ReferenceDepth(key);
-    }
     // A value without references (every value of a dictionary compiled before) is left
-    // untouched, not rebuilt: the common texts are compiled again by each new pipeline of a
-    // culture while the pipelines built before read them without a lock. It visits nothing,
-    // so it need not stand on the visiting stack either.
-    if (std::none_of(value.operands.begin(), value.operands.end(), IsKeyReference)) {
-        if (value.operands.size() > kMaxCompiledOperands) {
-            throw ExpansionLimitException::OperandCount(key);
-        }
+    // untouched, not rebuilt, and never stands on the visiting stack.
+    if (compiledKeys_.count(key) != 0 || !HasKeyReference(value)) {
         return;
     }
-    const VisitGuard guard(visitingStack_, key);
-
-    std::vector<Model::Operand> compiled;
-    compiled.reserve(value.operands.size());
-    for (const Model::Operand& operand : value.operands) {
-        AppendVisited(key, operand, compiled);
+    // Keys are compiled one at a time: a parent never asks its child, so nothing calls back
+    // into this compiler while a key is under way.
+    if (!frames_.empty()) {
+        throw std::logic_error("a key was compiled while another was under way");
     }
-    // Only now, with every operand visited: a failure above leaves the value as it was.
-    value.operands.swap(compiled);
+    try {
+        StartKey(key, value);
+        while (!frames_.empty()) {
+            VisitNextOperand();
+        }
+    } catch (...) {
+        // The values on the failing chain keep their references.
+        AbandonKeys();
+        throw;
+    }
 }
 
-void ResourceCompiler::AppendVisited(const std::u16string& key, const Model::Operand& operand,
-                                     std::vector<Model::Operand>& compiled) {
+void ResourceCompiler::StartKey(const std::u16string& key, Model::Value& value) {
+    if (visiting_.count(&value) != 0) {
+        throw CyclicReferenceException(visitingStack_, key);
+    }
+    visiting_.insert(&value);
+    visitingStack_.push_back(key);
+    frames_.push_back(Frame{&value, 0, {}});
+    frames_.back().compiled.reserve(value.operands.size());
+}
+
+void ResourceCompiler::VisitNextOperand() {
+    Frame& frame = frames_.back();
+    if (frame.nextOperand == frame.value->operands.size()) {
+        FinishKey();
+        return;
+    }
+    const Model::Operand& operand = frame.value->operands[frame.nextOperand];
     const auto* reference = boost::get<Model::KeyRef>(&operand);
     if (reference == nullptr) {
         // Text, parameters and plural forms are kept as they are; references inside plural
         // forms are not expanded.
-        compiled.push_back(operand);
-    } else {
-        std::vector<Model::Operand> expansion;
-        GetExpression(reference->key, expansion);
-        for (Model::Operand& expanded : expansion) {
-            ChargeExpansion(key, expanded);
-            if (boost::get<Model::KeyRef>(&expanded) == nullptr) {
-                compiled.push_back(std::move(expanded));
-            } else {
-                AppendVisited(key, expanded, compiled);
-            }
-        }
+        frame.compiled.push_back(operand);
+        ++frame.nextOperand;
+        return;
     }
-    if (compiled.size() > kMaxCompiledOperands) {
-        throw ExpansionLimitException::OperandCount(key);
+    const auto position = resourceDictionary_->find(reference->key);
+    if (position == resourceDictionary_->end()) {
+        std::vector<Model::Operand> expansion;
+        parentExpressionProvider_->GetExpression(reference->key, expansion);
+        AppendExpansion(std::move(expansion), frame);
+        ++frame.nextOperand;
+        return;
+    }
+    const auto& [key, value] = *position;
+    if (compiledKeys_.count(key) != 0 || !HasKeyReference(value)) {
+        AppendExpansion(value.operands, frame);
+        compiledKeys_.insert(key);
+        ++frame.nextOperand;
+        return;
+    }
+    // The referring key goes on once this one is compiled (FinishKey).
+    StartKey(key, position->second);
+}
+
+void ResourceCompiler::FinishKey() {
+    Frame finished = std::move(frames_.back());
+    // Only now, with every operand visited: a failure before leaves the value as it was.
+    finished.value->operands.swap(finished.compiled);
+    visiting_.erase(finished.value);
+    frames_.pop_back();
+    std::u16string key = std::move(visitingStack_.back());
+    visitingStack_.pop_back();
+    if (frames_.empty()) {
+        return;
+    }
+    Frame& referring = frames_.back();
+    AppendExpansion(finished.value->operands, referring);
+    compiledKeys_.insert(std::move(key));
+    ++referring.nextOperand;
+}
+
+void ResourceCompiler::AppendExpansion(const std::vector<Model::Operand>& expansion, Frame& frame) {
+    for (const Model::Operand& operand : expansion) {
+        Charge(operand);
+        frame.compiled.push_back(operand);
     }
 }
 
-void ResourceCompiler::ChargeExpansion(const std::u16string& key, const Model::Operand& operand) {
+void ResourceCompiler::AppendExpansion(std::vector<Model::Operand>&& expansion, Frame& frame) {
+    for (Model::Operand& operand : expansion) {
+        Charge(operand);
+        frame.compiled.push_back(std::move(operand));
+    }
+}
+
+void ResourceCompiler::Charge(const Model::Operand& operand) {
     expansionUnits_ += CopyCost(operand);
     if (expansionUnits_ > kMaxExpansionUnits) {
-        throw ExpansionLimitException::ExpansionSize(key);
+        throw ExpansionLimitException(visitingStack_.back());
     }
+}
+
+void ResourceCompiler::AbandonKeys() noexcept {
+    frames_.clear();
+    visitingStack_.clear();
+    visiting_.clear();
 }
 
 }  // namespace LocalizationManager::StringLocalizing::Compiling

@@ -5,6 +5,6 @@
 namespace LocalizationManager::StringLocalizing::Model {
 
 KeyNotFoundException::KeyNotFoundException(const std::u16string& key)
-    : std::runtime_error("Key '" + ulo::WideToNarrowMessage(key) + "' not found") {}
+    : ulo::MessageError("Key '" + ulo::WideToNarrowMessage(key) + "' not found") {}
 
 }  // namespace LocalizationManager::StringLocalizing::Model

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ulo/rtl/MessageError.h"
+
 #include <stdexcept>
 #include <string>
 
@@ -7,7 +9,7 @@ namespace LocalizationManager::StringLocalizing::Model {
 
 // A key that neither the dictionary nor any fallback holds. Raised by the compiler and the
 // string providers. Message: "Key '<key>' not found", the key as narrow message text.
-class KeyNotFoundException : public std::runtime_error {
+class KeyNotFoundException : public ulo::MessageError {
   public:
     explicit KeyNotFoundException(const std::u16string& key);
 };

@@ -5,7 +5,8 @@
 namespace LocalizationManager::StringLocalizing::Parsing {
 
 DuplicateKeyException::DuplicateKeyException(const std::u16string& key)
-    : std::runtime_error("duplicate key found (keys are case insensitive): '" +
-                         ulo::WideToNarrowMessage(key) + "'") {}
+    : ulo::MessageError("duplicate key found (keys are case insensitive): '" +
+                        ulo::WideToNarrowMessage(key) + "'"),
+      key_(key) {}
 
 }  // namespace LocalizationManager::StringLocalizing::Parsing

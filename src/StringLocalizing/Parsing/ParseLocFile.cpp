@@ -32,7 +32,7 @@ void ParseLocFile(const std::u16string& text, const std::u16string& fileName,
         throw std::logic_error(
             "the position-tracking parse accepted a text the fast parse refused");
     } catch (const DuplicateKeyException& duplicate) {
-        throw ParsingException(ulo::Utf8ToWide(duplicate.what()));
+        throw ParsingException(ulo::Utf8ToWide(duplicate.Message()));
     }
 }
 
@@ -46,7 +46,7 @@ void ParseLocFileWithPositions(const std::u16string& text, const std::u16string&
     } catch (const boost::spirit::qi::expectation_failure<SourceIterator>& failure) {
         throw ParsingException(BuildParseErrorReport(failure.first, failure.what_));
     } catch (const DuplicateKeyException& duplicate) {
-        throw ParsingException(ulo::Utf8ToWide(duplicate.what()));
+        throw ParsingException(ulo::Utf8ToWide(duplicate.Message()));
     }
 }
 

@@ -5,6 +5,6 @@
 namespace LocalizationManager::StringLocalizing::Parsing {
 
 ParsingException::ParsingException(const std::u16string& report)
-    : std::runtime_error(ulo::WideToNarrowMessage(report)), report_(report) {}
+    : ulo::MessageError(ulo::WideToNarrowMessage(report)), report_(report) {}
 
 }  // namespace LocalizationManager::StringLocalizing::Parsing

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ulo/rtl/MessageError.h"
+
 #include <stdexcept>
 #include <string>
 
@@ -7,7 +9,7 @@ namespace LocalizationManager::StringLocalizing::Parsing {
 
 // A localization or plural rule file that does not follow its syntax, or a duplicate key. The
 // report is kept twice: wide, as it was built, and as narrow message text for what().
-class ParsingException : public std::runtime_error {
+class ParsingException : public ulo::MessageError {
   public:
     explicit ParsingException(const std::u16string& report);
 

@@ -15,6 +15,7 @@
 
 #include <map>
 #include <string>
+#include <vector>
 
 namespace LocalizationManager::StringLocalizing::Compiling {
 namespace {
@@ -95,8 +96,7 @@ TEST(ResourceCompiler, OnlyKeysReachedThroughReferencesCountAsCompiled) {
     EXPECT_EQ(pair.scope->at(u"a"), pair.scope->at(u"b"));
 }
 
-// Each new pipeline of a culture compiles the shared common texts again while earlier ones
-// read them without a lock, so a second compilation must not write to any value.
+// Compiling a compiled dictionary again writes to no value: neither rebuilt nor moved.
 TEST(ResourceCompiler, CompilingAgainLeavesEveryValueInPlace) {
     const auto dictionary = Parse(u"a = b + '!'\nb = 'x' + $p\nc = {$n: d, 'y'}\nd = 'z'");
     ResourceCompiler(boost::make_shared<RootExpressionProvider>()).Compile(dictionary);
@@ -121,19 +121,34 @@ TEST(ResourceCompiler, EmptyDictionaryNeverAsksTheParent) {
 }
 
 TEST(ResourceCompiler, ReportsCyclesWithTheirChain) {
+    using Keys = std::vector<std::u16string>;
     const struct {
         std::u16string text;
         const char* message;
+        Keys chain;
+        Keys cycle;
     } cases[] = {
-        {u"x = x", "Cyclic reference found:(x->x)"},
-        {u"a = b\nb = a", "Cyclic reference found:(a->b->a)"},
-        {u"a = b\nb = c\nc = 'ok' + b", "Cyclic reference found:a->(b->c->b)"},
-        {u"a = 'x' + {$n: a} + b\nb = 'y' + b", "Cyclic reference found:a->(b->b)"},
+        {u"x = x", "Cyclic reference found:(x->x)", {u"x", u"x"}, {u"x"}},
+        {u"a = b\nb = a", "Cyclic reference found:(a->b->a)", {u"a", u"b", u"a"}, {u"a", u"b"}},
+        {u"a = b\nb = c\nc = 'ok' + b",
+         "Cyclic reference found:a->(b->c->b)",
+         {u"a", u"b", u"c", u"b"},
+         {u"b", u"c"}},
+        {u"a = 'x' + {$n: a} + b\nb = 'y' + b",
+         "Cyclic reference found:a->(b->b)",
+         {u"a", u"b", u"b"},
+         {u"b"}},
     };
     for (const auto& testCase : cases) {
         ResourceCompiler compiler(boost::make_shared<RootExpressionProvider>());
-        EXPECT_THROW_MSG(compiler.Compile(Parse(testCase.text)), CyclicReferenceException,
-                         testCase.message);
+        try {
+            compiler.Compile(Parse(testCase.text));
+            ADD_FAILURE() << testCase.message << " was not reported";
+        } catch (const CyclicReferenceException& error) {
+            EXPECT_EQ(testCase.message, error.Message());
+            EXPECT_EQ(testCase.chain, error.Chain()) << testCase.message;
+            EXPECT_EQ(testCase.cycle, error.CycleKeys()) << testCase.message;
+        }
         EXPECT_TRUE(compiler.VisitingStack().empty());
     }
 }
@@ -180,14 +195,24 @@ std::u16string Doubling(int lines) {
     return text;
 }
 
-TEST(ResourceCompiler, ExponentialFanOutStopsAtTheOperandLimit) {
+TEST(ResourceCompiler, ExponentialFanOutStopsAtTheExpansionBound) {
     ResourceCompiler compiler(boost::make_shared<RootExpressionProvider>());
-    const auto withinLimit = Parse(Doubling(16));
-    compiler.Compile(withinLimit);
-    EXPECT_EQ(kMaxCompiledOperands, withinLimit->at(u"k16").operands.size());
+    const auto withinBound = Parse(Doubling(16));
+    compiler.Compile(withinBound);
+    EXPECT_EQ(std::size_t{1} << 16, withinBound->at(u"k16").operands.size());
 
-    EXPECT_THROW_MSG(compiler.Compile(Parse(Doubling(40))), ExpansionLimitException,
-                     "Expansion of key 'k17' exceeds 65536 operands");
+    const auto tooLarge = Parse(Doubling(40));
+    try {
+        compiler.Compile(tooLarge);
+        FAIL() << "an exponential expansion was compiled";
+    } catch (const ExpansionLimitException& error) {
+        EXPECT_EQ(
+            "Expansion of key 'k19' exceeds the limit of 33554432 characters copied by key "
+            "references",
+            error.Message());
+        EXPECT_EQ(u"k19", error.Key());
+        EXPECT_EQ(kMaxExpansionUnits, error.Limit());
+    }
 }
 
 TEST(ResourceCompiler, CopiedTextIsBounded) {
@@ -201,29 +226,50 @@ TEST(ResourceCompiler, CopiedTextIsBounded) {
     EXPECT_THROW(compiler.Compile(Parse(text)), ExpansionLimitException);
 }
 
-// A chain of `links` references: k0000 -> k0001 -> ... -> the last key, which holds text.
-std::u16string Chain(int links) {
-    std::u16string text;
-    auto name = [](int number) {
-        std::string digits = std::to_string(number);
-        digits.insert(0, 4 - digits.size(), '0');
-        return u"k" + std::u16string(digits.begin(), digits.end());
-    };
-    for (int link = 0; link < links; ++link) {
-        text += name(link) + u" = " + name(link + 1) + u"\n";
+TEST(ResourceCompiler, TextsWrittenOutInFullCostNothing) {
+    // 70,000 pieces of one text: no reference copies them.
+    std::u16string pieces = u"many = 'a'";
+    for (int piece = 1; piece < 70000; ++piece) {
+        pieces += u" + 'a'";
     }
-    return text + name(links) + u" = 'end'\n";
+    const auto dictionary = Parse(pieces + u"\nshort = 'x'\nref = short");
+    ResourceCompiler(boost::make_shared<RootExpressionProvider>()).Compile(dictionary);
+    EXPECT_EQ(70000u, dictionary->at(u"many").operands.size());
+    EXPECT_EQ(u"x", boost::get<std::u16string>(dictionary->at(u"ref").operands.at(0)));
 }
 
-TEST(ResourceCompiler, LongReferenceChainsStopAtTheDepthLimit) {
-    ResourceCompiler compiler(boost::make_shared<RootExpressionProvider>());
-    const auto deepest = Parse(Chain(kMaxReferenceDepth - 1));
-    compiler.Compile(deepest);
-    EXPECT_EQ(u"end", boost::get<std::u16string>(deepest->at(u"k0000").operands.at(0)));
+// `links` keys, each referring to the next: k000000 -> k000001 -> ...; the last holds
+// `lastText`, which may refer back.
+std::u16string Chain(int links, const std::u16string& lastText) {
+    auto name = [](int number) {
+        std::string digits = std::to_string(number);
+        digits.insert(0, 6 - digits.size(), '0');
+        return u"k" + std::u16string(digits.begin(), digits.end());
+    };
+    std::u16string text;
+    for (int link = 0; link + 1 < links; ++link) {
+        text += name(link) + u" = " + name(link + 1) + u"\n";
+    }
+    return text + name(links - 1) + u" = " + lastText + u"\n";
+}
 
-    EXPECT_THROW_MSG(compiler.Compile(Parse(Chain(9000))), ExpansionLimitException,
-                     "Reference chain too long at key 'k0128': more than 128 keys refer one to "
-                     "the next");
+TEST(ResourceCompiler, ReferenceChainsOfAnyLengthCompile) {
+    constexpr int kLinks = 100000;
+    ResourceCompiler compiler(boost::make_shared<RootExpressionProvider>());
+    const auto chain = Parse(Chain(kLinks, u"'end'"));
+    compiler.Compile(chain);
+    for (const auto& [key, value] : *chain) {
+        ASSERT_EQ(u"end", *Model::PlainText(value)) << ulo::WideToUtf8(key);
+    }
+
+    try {
+        compiler.Compile(Parse(Chain(kLinks, u"k000000")));
+        FAIL() << "a cycle through every key was compiled";
+    } catch (const CyclicReferenceException& error) {
+        EXPECT_EQ(static_cast<std::size_t>(kLinks), error.CycleKeys().size());
+        EXPECT_EQ(0u, error.CycleStart());
+        EXPECT_EQ(0u, error.Message().find("Cyclic reference found:(k000000->k000001->"));
+    }
     EXPECT_TRUE(compiler.VisitingStack().empty());
 }
 

@@ -3,8 +3,6 @@
 #include "StringLocalizing/Compiling/CyclicReferenceException.h"
 #include "StringLocalizing/Compiling/ExpansionLimitException.h"
 #include "StringLocalizing/Compiling/ResourceCompiler.h"
-#include "StringLocalizing/Model/KeyCase.h"
-#include "ulo/rtl/TextConversion.h"
 
 #include <boost/make_shared.hpp>
 
@@ -46,59 +44,20 @@ class ShieldedParent : public Compiling::IExpressionProvider {
     const boost::shared_ptr<Compiling::ResourceCompiler> compiler_;
 };
 
-// The keys of the cycle in a message "Cyclic reference found:a->(b->c->b)": b and c.
-std::vector<std::u16string> CycleMembers(const std::string& message) {
-    const std::size_t open = message.find('(');
-    const std::size_t close = message.rfind(')');
-    std::vector<std::u16string> members;
-    if (open == std::string::npos || close == std::string::npos || close < open) {
-        return members;
-    }
-    const std::string chain = message.substr(open + 1, close - open - 1);
-    std::size_t start = 0;
-    while (start <= chain.size()) {
-        const std::size_t arrow = chain.find("->", start);
-        members.push_back(ulo::Utf8ToWide(chain.substr(start, arrow - start)));
-        if (arrow == std::string::npos) {
-            break;
-        }
-        start = arrow + 2;
-    }
-    if (members.size() > 1) {
-        members.pop_back();  // the repeated key closes the chain
-    }
-    return members;
-}
-
-// The key named in quotes by an expansion limit message.
-std::u16string KeyOfLimit(const std::string& message) {
-    const std::size_t open = message.find('\'');
-    const std::size_t close = open == std::string::npos ? open : message.find('\'', open + 1);
-    if (close == std::string::npos) {
-        return std::u16string();
-    }
-    return ulo::Utf8ToWide(message.substr(open + 1, close - open - 1));
-}
-
 // Compiles a copy of the file's texts with `compiler`, first whole as the runtime does, then,
 // if that failed, key by key, so that every cycle is found, each reported once.
 std::vector<Finding> Compile(const FileUse& use, Compiling::ResourceCompiler& compiler,
                              const boost::shared_ptr<Model::ResourceDictionary>& copy) {
     std::vector<Finding> findings;
-    std::string limitMessage;
     try {
         compiler.Compile(copy);
         return findings;
     } catch (const Compiling::CyclicReferenceException&) {
     } catch (const Compiling::ExpansionLimitException& error) {
         // Only the first: the copy budget is spent, every later key would overrun it too.
-        limitMessage = error.what();
-    }
-    if (!limitMessage.empty()) {
-        const std::u16string key = KeyOfLimit(limitMessage);
-        findings.push_back(FindingAt(
-            FindingKind::kExpansionLimit, use, EntryPosition(*use.file, Model::LowerCaseKey(key)),
-            WrittenKey(*use.file, Model::LowerCaseKey(key)), limitMessage));
+        findings.push_back(FindingAt(FindingKind::kExpansionLimit, use,
+                                     EntryPosition(*use.file, error.Key()),
+                                     WrittenKey(*use.file, error.Key()), error.Message()));
     }
     std::set<std::vector<std::u16string>> cycles;
     std::vector<std::u16string> keys;
@@ -113,8 +72,8 @@ std::vector<Finding> Compile(const FileUse& use, Compiling::ResourceCompiler& co
             compiler.GetExpression(key, expansion);
             continue;
         } catch (const Compiling::CyclicReferenceException& error) {
-            message = error.what();
-            members = CycleMembers(message);
+            message = error.Message();
+            members = error.CycleKeys();
         } catch (const Compiling::ExpansionLimitException&) {
             continue;
         }
@@ -140,7 +99,7 @@ std::vector<Finding> Compile(const FileUse& use, Compiling::ResourceCompiler& co
             std::vector<Model::Operand> expansion;
             compiler.GetExpression(*first, expansion);
         } catch (const Compiling::CyclicReferenceException& error) {
-            message = error.what();
+            message = error.Message();
         } catch (const Compiling::ExpansionLimitException&) {
             // Keep the message of the key that met the cycle first.
         }

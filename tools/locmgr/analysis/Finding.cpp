@@ -28,9 +28,9 @@ const std::vector<KindInfo>& FindingKinds() {
          "common.lt: every scope of the culture)."},
         {FindingKind::kExpansionLimit, "expansion-limit", Severity::kError,
          "references expand beyond the runtime's limits",
-         "References are expanded by copying; a chain deeper than 128 keys, a text of more "
-         "than 65,536 pieces or a file that copies more than 33,554,432 characters is "
-         "refused with its whole scope."},
+         "References are expanded by copying; a file whose references copy more than "
+         "33,554,432 units (a character counts 1, each copied piece 32 more) is refused with "
+         "its whole scope."},
         {FindingKind::kReferenceInPlural, "reference-in-plural", Severity::kError,
          "key reference inside a plural invocation",
          "References inside the braces of a plural invocation are never expanded: the text "
