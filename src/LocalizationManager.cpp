@@ -80,13 +80,13 @@ std::int32_t LocalizationManager::GetLocalizer(const ulo::string16_t& scope, con
         // The localizer is initialised after the lock is left, with the dictionary and lock of
         // its own culture as they were taken under it: another request may switch the cache
         // to another culture meanwhile.
-        boost::shared_ptr<ResourceDictionary> commonResourceDictionary;
+        boost::shared_ptr<CommonTexts> commonResourceDictionary;
         boost::shared_ptr<ulo::CriticalSection> commonResourceDictionarySyncObject;
         {
             ulo::CriticalSectionLock lock(lock_);
             if (!culture_ || *culture_ != culture) {
                 auto cachedCulture = std::make_unique<Culture>(culture);
-                auto dictionary = boost::make_shared<ResourceDictionary>();
+                auto dictionary = boost::make_shared<CommonTexts>();
                 auto syncObject = boost::make_shared<ulo::CriticalSection>();
                 culture_ = std::move(cachedCulture);
                 commonResourceDictionary_ = std::move(dictionary);

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Localizer.h"
-#include "StringLocalizing/Model/ResourceDictionary.h"
+#include "StringLocalizing/Pipeline/CommonTexts.h"
 #include "StringLocalizing/Pipeline/IResourceProvider.h"
 #include "localization_manager/Culture.h"
 #include "localization_manager/ILocalizationManager.h"
@@ -38,13 +38,13 @@ class LocalizationManager : public ulo::ObjectRootEx<ulo::StoreServiceStrategy>,
 
   private:
     using IResourceProvider = Localizer::IResourceProvider;
-    using ResourceDictionary = Localizer::ResourceDictionary;
+    using CommonTexts = Localizer::CommonTexts;
 
     // Guarded by lock_, like the three culture cache members below; a new tree given to
     // Construct serves the localizers made afterwards.
     boost::shared_ptr<IResourceProvider> resourceProvider_;
     std::unique_ptr<Culture> culture_;
-    boost::shared_ptr<ResourceDictionary> commonResourceDictionary_;
+    boost::shared_ptr<CommonTexts> commonResourceDictionary_;
     boost::shared_ptr<ulo::CriticalSection> commonResourceDictionarySyncObject_;
     ulo::CriticalSection lock_;
 };

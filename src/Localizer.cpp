@@ -4,6 +4,7 @@
 #include "ErrorTrace.h"
 #include "ulo/ResultCode.h"
 #include "ulo/rtl/CodeContracts.h"
+#include "ulo/rtl/MessageError.h"
 #include "ulo/rtl/TextConversion.h"
 
 #include <stdexcept>
@@ -42,8 +43,8 @@ Localizer::ParamResolverWrapper::~ParamResolverWrapper() {
 
 std::u16string Localizer::ParamResolverWrapper::ResolveParam(const std::u16string& in) {
     if (paramResolver_ == nullptr) {
-        throw std::runtime_error("no parameter resolver was given for the parameter '" +
-                                 ulo::WideToNarrowMessage(in) + "'");
+        throw ulo::MessageError("no parameter resolver was given for the parameter '" +
+                                ulo::WideToNarrowMessage(in) + "'");
     }
     if (!scratchTaken_.exchange(true, std::memory_order_acquire)) {
         struct Release {
@@ -79,7 +80,7 @@ Localizer::~Localizer() {
 
 void Localizer::Init(
     const boost::shared_ptr<IResourceProvider>& resourceProvider,
-    const boost::shared_ptr<ResourceDictionary>& commonResourceDictionary,
+    const boost::shared_ptr<CommonTexts>& commonResourceDictionary,
     const boost::shared_ptr<ulo::CriticalSection>& commonResourceDictionarySyncObject,
     const ulo::string16_t& scope, const Culture& culture, IParamResolver* paramResolver) {
     ULO_INVARIANT_NOT_NULL_AT(resourceProvider, kSourceFile, kResourceProviderCheckLine);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "StringLocalizing/Model/ResourceDictionary.h"
+#include "StringLocalizing/Pipeline/CommonTexts.h"
 #include "StringLocalizing/Pipeline/IResourceProvider.h"
 #include "StringLocalizing/Pipeline/ResourceProcessingPipeline.h"
 #include "StringLocalizing/Resolving/IParamResolver.h"
@@ -26,7 +26,7 @@ namespace localization_manager {
 class Localizer : public ulo::ObjectRootEx<ulo::StoreServiceStrategy>, public ILocalizer {
   public:
     using IResourceProvider = LocalizationManager::StringLocalizing::Pipeline::IResourceProvider;
-    using ResourceDictionary = LocalizationManager::StringLocalizing::Model::ResourceDictionary;
+    using CommonTexts = LocalizationManager::StringLocalizing::Pipeline::CommonTexts;
 
     explicit Localizer(ulo::IServiceLocator* serviceLocator);
 
@@ -34,7 +34,7 @@ class Localizer : public ulo::ObjectRootEx<ulo::StoreServiceStrategy>, public IL
     // contract exception for a null shared pointer. `paramResolver` may be null; otherwise the
     // localizer holds one reference on it for its own life.
     void Init(const boost::shared_ptr<IResourceProvider>& resourceProvider,
-              const boost::shared_ptr<ResourceDictionary>& commonResourceDictionary,
+              const boost::shared_ptr<CommonTexts>& commonResourceDictionary,
               const boost::shared_ptr<ulo::CriticalSection>& commonResourceDictionarySyncObject,
               const ulo::string16_t& scope, const Culture& culture, IParamResolver* paramResolver);
 
@@ -81,7 +81,7 @@ class Localizer : public ulo::ObjectRootEx<ulo::StoreServiceStrategy>, public IL
     Pipeline& GetPipeline();
 
     boost::shared_ptr<IResourceProvider> resourceProvider_;
-    boost::shared_ptr<ResourceDictionary> commonResourceDictionary_;
+    boost::shared_ptr<CommonTexts> commonResourceDictionary_;
     // Kept for the localizer's whole life: a request racing with the one that builds the
     // pipeline may still be about to take it.
     boost::shared_ptr<ulo::CriticalSection> commonResourceDictionarySyncObject_;

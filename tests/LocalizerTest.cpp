@@ -46,7 +46,7 @@ TEST(LocalizerTest, InitNamesTheFirstNullPartAndItsLine) {
     ASSERT_EQ(ulo::kResultOk, ulo::Object<Localizer>::CreateInstance(&locator, localizer.Ref()));
 
     const boost::shared_ptr<Localizer::IResourceProvider> provider = boost::make_shared<NoFiles>();
-    const auto dictionary = boost::make_shared<Localizer::ResourceDictionary>();
+    const auto dictionary = boost::make_shared<Localizer::CommonTexts>();
     const auto syncObject = boost::make_shared<ulo::CriticalSection>();
     const decltype(provider) noProvider;
     const decltype(dictionary) noDictionary;
@@ -56,7 +56,7 @@ TEST(LocalizerTest, InitNamesTheFirstNullPartAndItsLine) {
         const char* argument;
         int line;
         boost::shared_ptr<Localizer::IResourceProvider> provider;
-        boost::shared_ptr<Localizer::ResourceDictionary> dictionary;
+        boost::shared_ptr<Localizer::CommonTexts> dictionary;
         boost::shared_ptr<ulo::CriticalSection> syncObject;
     };
     const Case cases[] = {
@@ -96,9 +96,9 @@ TEST(LocalizerTest, CultureOutsideTheLanguageTableIsReportedByNumber) {
     localization_manager::Culture culture;
     culture.languageId = 35;
     culture.firstSubtag = "x";
-    localizer->Init(
-        boost::make_shared<NoFiles>(), boost::make_shared<Localizer::ResourceDictionary>(),
-        boost::make_shared<ulo::CriticalSection>(), ulo::string16_t(u"dialogs"), culture, nullptr);
+    localizer->Init(boost::make_shared<NoFiles>(), boost::make_shared<Localizer::CommonTexts>(),
+                    boost::make_shared<ulo::CriticalSection>(), ulo::string16_t(u"dialogs"),
+                    culture, nullptr);
 
     ulo::string16_t text;
     EXPECT_EQ(ulo::kResultUnspecifiedError, localizer->GetString(ulo::string16_t(u"key"), text));

@@ -33,7 +33,7 @@ struct ExampleTreeTest : ::testing::Test {
     std::string Text(const Culture& culture, const std::u16string& scope,
                      const std::u16string& key) {
         const ResourceProcessingPipeline pipeline(
-            provider, params, boost::make_shared<StringLocalizing::Model::ResourceDictionary>(),
+            provider, params, boost::make_shared<StringLocalizing::Pipeline::CommonTexts>(),
             culture, scope, u"common");
         return ulo::WideToUtf8(pipeline.GetString(key));
     }

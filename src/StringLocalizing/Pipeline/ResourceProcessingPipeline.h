@@ -1,6 +1,7 @@
 #pragma once
 
 #include "StringLocalizing/Model/ResourceDictionary.h"
+#include "StringLocalizing/Pipeline/CommonTexts.h"
 #include "StringLocalizing/Pipeline/IResourceProvider.h"
 #include "StringLocalizing/Resolving/IParamResolver.h"
 #include "StringLocalizing/Resolving/IPluralResolver.h"
@@ -14,26 +15,26 @@
 
 namespace LocalizationManager::StringLocalizing::Pipeline {
 
-// The text engine of one scope and culture. The constructor does all the work once: it loads
-// the plural rules (a rule file of the culture replaces the built-in rule), fills the shared
-// common dictionary if it is still empty, parses the scope's texts, compiles both dictionaries
-// and chains the providers; afterwards a request is one call into that chain.
+// The text engine of one scope and culture. The constructor does all the work once, through
+// the steps of PipelineSteps.h: it loads the plural rules (a rule file of the culture replaces
+// the built-in rule), loads the common texts of the culture if none are published yet, parses
+// the scope's texts, compiles the common texts and publishes them, compiles the scope's texts
+// over them and chains the providers; afterwards a request is one call into that chain.
 //
-// Construction either succeeds or throws and leaves nothing behind, except that the common
-// dictionary keeps the texts it was given before a later step failed. The caller must hold
-// the common dictionary's lock around construction (it reads, fills and compiles it).
-// Immutable once built.
+// Construction either succeeds or throws and leaves nothing behind: common texts are published
+// only once compiled whole, so the same request on the same files fails or succeeds the same
+// way every time. The caller must hold the lock of the common texts around construction.
+// Immutable once built; the common texts it reads never change.
 class ResourceProcessingPipeline {
   public:
     // Throws the null-pointer contract exception for a null resourceProvider, paramResolver or
     // commonResourceDictionary; the provider's, parsers' and compiler's errors pass through.
     // The resource provider is used during construction only.
-    ResourceProcessingPipeline(
-        const boost::shared_ptr<IResourceProvider>& resourceProvider,
-        const boost::shared_ptr<Resolving::IParamResolver>& paramResolver,
-        const boost::shared_ptr<Model::ResourceDictionary>& commonResourceDictionary,
-        const localization_manager::Culture& culture, const std::u16string& scope,
-        const std::u16string& commonScope);
+    ResourceProcessingPipeline(const boost::shared_ptr<IResourceProvider>& resourceProvider,
+                               const boost::shared_ptr<Resolving::IParamResolver>& paramResolver,
+                               const boost::shared_ptr<CommonTexts>& commonResourceDictionary,
+                               const localization_manager::Culture& culture,
+                               const std::u16string& scope, const std::u16string& commonScope);
 
     ResourceProcessingPipeline(const ResourceProcessingPipeline&) = delete;
     ResourceProcessingPipeline& operator=(const ResourceProcessingPipeline&) = delete;
@@ -53,7 +54,7 @@ class ResourceProcessingPipeline {
     boost::shared_ptr<Resolving::IParamResolver> paramResolver_;
     boost::shared_ptr<Resolving::IPluralResolver> pluralResolver_;
     boost::shared_ptr<Model::ResourceDictionary> resourceDictionary_;
-    boost::shared_ptr<Model::ResourceDictionary> commonResourceDictionary_;
+    boost::shared_ptr<const Model::ResourceDictionary> commonResourceDictionary_;
     boost::shared_ptr<Resolving::IStringProvider> stringProvider_;
 };
 

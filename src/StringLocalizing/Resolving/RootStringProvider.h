@@ -9,7 +9,7 @@ class RootStringProvider : public StringProviderBase {
   public:
     RootStringProvider(
         const boost::shared_ptr<IKeyResolver>& keyResolver,
-        const boost::shared_ptr<Model::ResourceDictionary>& commonResourceDictionary);
+        const boost::shared_ptr<const Model::ResourceDictionary>& commonResourceDictionary);
 
   protected:
     // Throws Model::KeyNotFoundException ("Key '<lower-cased key>' not found").

@@ -11,7 +11,7 @@ class StringProvider : public StringProviderBase {
     // Throws the null-pointer contract exception for a null argument: keyResolver, then
     // resourceDictionary, then parentStringProvider.
     StringProvider(const boost::shared_ptr<IKeyResolver>& keyResolver,
-                   const boost::shared_ptr<Model::ResourceDictionary>& resourceDictionary,
+                   const boost::shared_ptr<const Model::ResourceDictionary>& resourceDictionary,
                    const boost::shared_ptr<IStringProvider>& parentStringProvider);
 
   protected:

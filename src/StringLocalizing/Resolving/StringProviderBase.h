@@ -8,8 +8,6 @@
 
 #include <boost/shared_ptr.hpp>
 
-#include <optional>
-
 namespace LocalizationManager::StringLocalizing::Resolving {
 
 // Looks a key up, lower-cased, in one compiled dictionary and resolves its value; what
@@ -17,9 +15,7 @@ namespace LocalizationManager::StringLocalizing::Resolving {
 // resolver and dictionary.
 //
 // Lookups go through a hash index made at construction, so the dictionary must be compiled
-// by then and keep its entries in place. A dictionary that is empty at construction is read
-// directly instead: a common dictionary left empty by an empty common file is filled by the
-// next pipeline of its culture, and this provider then sees those texts too.
+// by then and never change afterwards.
 class StringProviderBase : public IStringProvider {
   public:
     std::u16string GetString(const std::u16string& key) const override;
@@ -27,8 +23,9 @@ class StringProviderBase : public IStringProvider {
 
   protected:
     // Throws the null-pointer contract exception for a null argument, keyResolver first.
-    StringProviderBase(const boost::shared_ptr<IKeyResolver>& keyResolver,
-                       const boost::shared_ptr<Model::ResourceDictionary>& resourceDictionary);
+    StringProviderBase(
+        const boost::shared_ptr<IKeyResolver>& keyResolver,
+        const boost::shared_ptr<const Model::ResourceDictionary>& resourceDictionary);
 
     // The text for a key that the dictionary lacks, or an exception. `key` is lower-cased.
     virtual std::u16string OnKeyNotFound(const std::u16string& key) const = 0;
@@ -40,9 +37,9 @@ class StringProviderBase : public IStringProvider {
 
   private:
     const boost::shared_ptr<IKeyResolver> keyResolver_;
-    const boost::shared_ptr<Model::ResourceDictionary> resourceDictionary_;
+    const boost::shared_ptr<const Model::ResourceDictionary> resourceDictionary_;
     const Model::KeyCaseFolder keyCaseFolder_;
-    std::optional<KeyIndex> index_;
+    const KeyIndex index_;
 };
 
 }  // namespace LocalizationManager::StringLocalizing::Resolving

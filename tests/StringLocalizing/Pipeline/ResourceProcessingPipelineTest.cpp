@@ -1,3 +1,4 @@
+#include "StringLocalizing/Compiling/ExpansionLimitException.h"
 #include "StringLocalizing/Model/KeyNotFoundException.h"
 #include "StringLocalizing/Parsing/ParsingException.h"
 #include "StringLocalizing/Pipeline/ResourceProcessingPipeline.h"
@@ -13,13 +14,13 @@
 #include <map>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace LocalizationManager::StringLocalizing::Pipeline {
 namespace {
 
 using localization_manager::Culture;
 using Model::PluralFormRuleId;
-using Model::ResourceDictionary;
 using Testing::FakeParamResolver;
 using Testing::MakeCulture;
 
@@ -57,7 +58,7 @@ class FakeResourceProvider : public IResourceProvider {
 struct PipelineTest : ::testing::Test {
     boost::shared_ptr<FakeResourceProvider> provider = boost::make_shared<FakeResourceProvider>();
     boost::shared_ptr<FakeParamResolver> params = boost::make_shared<FakeParamResolver>();
-    boost::shared_ptr<ResourceDictionary> common = boost::make_shared<ResourceDictionary>();
+    boost::shared_ptr<CommonTexts> common = boost::make_shared<CommonTexts>();
 
     ResourceProcessingPipeline Build(const std::u16string& scope,
                                      const Culture& culture = MakeCulture(kRussian)) {
@@ -92,29 +93,64 @@ TEST_F(PipelineTest, CommonTextsAreReadOnceAndShared) {
     EXPECT_EQ(u"Courier b", second.GetString(u"x"));
 }
 
-TEST_F(PipelineTest, EmptyCommonFileIsReadAgain) {
+TEST_F(PipelineTest, EmptyCommonFileIsReadAgainByLaterPipelinesOnly) {
     provider->scopes[u"common"] = u"; nothing yet";
     provider->scopes[u"a"] = u"x = 'a'";
-    Build(u"a");
+    const auto early = Build(u"a");
     provider->scopes[u"common"] = u"late = 'arrived'";
     EXPECT_EQ(u"arrived", Build(u"a").GetString(u"late"));
     EXPECT_EQ(2, provider->reads[u"common"]);
+    // The common texts a pipeline was built on never change under it.
+    EXPECT_THROW_MSG(early.GetString(u"late"), Model::KeyNotFoundException, "Key 'late' not found");
 }
 
-TEST_F(PipelineTest, FailureAfterTheCommonTextsKeepsThem) {
-    provider->scopes[u"common"] = u"app = 'Courier'";
-    EXPECT_THROW_MSG(Build(u"missing"), std::runtime_error,
-                     "cannot find localization file 'missing.lt'");
-    EXPECT_EQ(1u, common->count(u"app"));
+TEST_F(PipelineTest, FailedBuildPublishesNoCommonTexts) {
+    const struct {
+        const char* name;
+        std::u16string commonText;
+        std::u16string scopeText;
+    } cases[] = {
+        {"broken common file", u"app = 'Courier'\nbroken =", u"x = app"},
+        {"cycle in the common texts", u"app = a\na = app", u"x = app"},
+        {"missing scope file", u"app = 'Courier'", u""},
+    };
+    for (const auto& testCase : cases) {
+        provider->scopes[u"common"] = testCase.commonText;
+        provider->scopes.erase(u"a");
+        if (!testCase.scopeText.empty()) {
+            provider->scopes[u"a"] = testCase.scopeText;
+        }
+        common = boost::make_shared<CommonTexts>();
+        // The same request on the same files fails the same way, however often it is tried.
+        std::vector<std::string> errors;
+        for (int attempt = 0; attempt < 3; ++attempt) {
+            try {
+                Build(u"a");
+                ADD_FAILURE() << testCase.name << " was built";
+            } catch (const std::exception& error) {
+                errors.emplace_back(ulo::FullMessage(error));
+            }
+            EXPECT_FALSE(common->Published()) << testCase.name;
+        }
+        EXPECT_EQ(std::vector<std::string>(3, errors.front()), errors) << testCase.name;
+    }
 }
 
-TEST_F(PipelineTest, BrokenCommonFileBuildsNothing) {
-    provider->scopes[u"common"] = u"app = 'Courier'\nbroken =";
-    provider->scopes[u"a"] = u"x = app";
-    EXPECT_THROW(Build(u"a"), Parsing::ParsingException);
-    provider->scopes[u"common"] = u"app = a\na = app";
-    common->clear();
-    EXPECT_THROW_MSG(Build(u"a"), std::runtime_error, "Cyclic reference found:(a->app->a)");
+TEST_F(PipelineTest, CommonTextsPastTheExpansionBoundFailEveryTime) {
+    // Each copy of `b` costs a million characters: the 34th passes the bound of one file.
+    std::u16string commonText = u"b = '" + std::u16string(1000000, u'x') + u"'\n";
+    for (int copy = 10; copy < 50; ++copy) {
+        const std::string key = "k" + std::to_string(copy);
+        commonText += std::u16string(key.begin(), key.end()) + u" = b\n";
+    }
+    provider->scopes[u"common"] = commonText;
+    provider->scopes[u"a"] = u"x = 'a'";
+    for (int attempt = 0; attempt < 3; ++attempt) {
+        EXPECT_THROW_MSG(Build(u"a"), Compiling::ExpansionLimitException,
+                         "Expansion of key 'k43' exceeds the limit of 33554432 characters copied "
+                         "by key references");
+    }
+    EXPECT_FALSE(common->Published());
 }
 
 TEST_F(PipelineTest, RuleFileReplacesTheBuiltInRuleOfItsIdOnly) {

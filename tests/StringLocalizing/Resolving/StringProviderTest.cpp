@@ -79,19 +79,6 @@ TEST(StringProvider, ScopeFirstThenCommon) {
     }
 }
 
-TEST(StringProvider, SeesCommonTextsAddedAfterItWasMadeOverNone) {
-    // An empty common file leaves the shared dictionary empty; the next pipeline of the
-    // culture fills it, and the providers made before see those texts as well.
-    const auto params = boost::make_shared<FakeParamResolver>();
-    const auto keys = boost::make_shared<KeyResolver>(
-        params, boost::make_shared<PluralResolver>(params, Model::PluralFormRuleId{kRussian, ""},
-                                                   Model::CreatePluralFormRules()));
-    const auto common = boost::make_shared<ResourceDictionary>();
-    const RootStringProvider provider(keys, common);
-    Parsing::ParseLocFile(u"app = 'Курьер'", u"common.lt", *common);
-    EXPECT_EQ(u"Курьер", provider.GetString(u"App"));
-}
-
 TEST(StringProvider, MissingKeyIsReportedLowerCased) {
     ScopeChain chain(kCommon, kScope);
     EXPECT_THROW_MSG(chain.provider->GetString(u"No_Such_Key"), Model::KeyNotFoundException,

@@ -2,13 +2,13 @@
 
 #include "CultureFolder.h"
 #include "CultureNames.h"
-#include "StringLocalizing/Compiling/ResourceCompiler.h"
-#include "StringLocalizing/Compiling/RootExpressionProvider.h"
 #include "StringLocalizing/Model/KeyCase.h"
 #include "StringLocalizing/Model/LanguageName.h"
 #include "StringLocalizing/Model/ValueFormat.h"
+#include "StringLocalizing/Pipeline/PipelineSteps.h"
 #include "ValueWalk.h"
 #include "ulo/ResultCode.h"
+#include "ulo/rtl/MessageError.h"
 #include "ulo/rtl/TextConversion.h"
 
 #include <boost/make_shared.hpp>
@@ -21,7 +21,7 @@ namespace locmgr::analysis {
 namespace {
 
 namespace Model = LocalizationManager::StringLocalizing::Model;
-namespace Compiling = LocalizationManager::StringLocalizing::Compiling;
+namespace Pipeline = LocalizationManager::StringLocalizing::Pipeline;
 
 constexpr std::size_t kSamplesPerForm = 8;
 
@@ -92,16 +92,16 @@ class KeyCompilation {
         if (scope != nullptr && scope->Dictionary()) {
             *scope_ = *scope->Dictionary();
         }
+        // Each step as the runtime's pipeline takes it: the common texts first, whole, then
+        // the scope's texts over them.
         try {
-            const auto commonCompiler = boost::make_shared<Compiling::ResourceCompiler>(
-                boost::make_shared<Compiling::RootExpressionProvider>());
-            commonCompiler->Compile(common_);
-            Compiling::ResourceCompiler(commonCompiler).Compile(scope_);
+            Pipeline::CompileCommonTexts(common_);
+            Pipeline::CompileScopeTexts(scope_, common_);
             compiled_ = true;
         } catch (const std::exception& error) {
             // The runtime fails every key of the scope with this message; the texts are shown
             // as far as they were expanded.
-            error_ = error.what();
+            error_ = ulo::FullMessage(error);
         }
     }
 

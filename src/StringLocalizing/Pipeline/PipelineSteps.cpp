@@ -1,0 +1,58 @@
+#include "StringLocalizing/Pipeline/PipelineSteps.h"
+
+#include "StringLocalizing/Compiling/CompiledDictionaryProvider.h"
+#include "StringLocalizing/Compiling/ResourceCompiler.h"
+#include "StringLocalizing/Compiling/RootExpressionProvider.h"
+#include "StringLocalizing/Model/PluralFormRules.h"
+#include "StringLocalizing/Parsing/ParseLocFile.h"
+#include "StringLocalizing/Parsing/ParsePluralRuleFile.h"
+
+#include <boost/make_shared.hpp>
+
+#include <cstdint>
+
+namespace LocalizationManager::StringLocalizing::Pipeline {
+
+Model::PluralFormRuleId PluralFormRuleIdOf(const localization_manager::Culture& culture) {
+    return Model::PluralFormRuleId{static_cast<std::int32_t>(culture.languageId),
+                                   culture.firstSubtag.ToStdString()};
+}
+
+CulturePluralRules LoadPluralFormRules(IResourceProvider& resourceProvider,
+                                       const localization_manager::Culture& culture) {
+    CulturePluralRules loaded{PluralFormRuleIdOf(culture), nullptr, {}};
+    if (!resourceProvider.HasPluralFormRules(loaded.ruleId)) {
+        loaded.rules = Model::CreatePluralFormRules();
+        return loaded;
+    }
+    ResourceFileText ruleFile = resourceProvider.GetPluralFormRulesText(loaded.ruleId);
+    loaded.rules = Model::CreatePluralFormRules(
+        loaded.ruleId, Parsing::ParsePluralRuleFile(ruleFile.text, ruleFile.path));
+    loaded.ruleFilePath = std::move(ruleFile.path);
+    return loaded;
+}
+
+boost::shared_ptr<Model::ResourceDictionary> LoadScopeTexts(
+    IResourceProvider& resourceProvider, const std::u16string& scope,
+    const localization_manager::Culture& culture) {
+    const ResourceFileText file = resourceProvider.GetLocalizationText(scope, culture);
+    auto texts = boost::make_shared<Model::ResourceDictionary>();
+    Parsing::ParseLocFile(file.text, file.path, *texts);
+    return texts;
+}
+
+void CompileCommonTexts(const boost::shared_ptr<Model::ResourceDictionary>& commonTexts) {
+    Compiling::ResourceCompiler(boost::make_shared<Compiling::RootExpressionProvider>())
+        .Compile(commonTexts);
+}
+
+void CompileScopeTexts(
+    const boost::shared_ptr<Model::ResourceDictionary>& scopeTexts,
+    const boost::shared_ptr<const Model::ResourceDictionary>& compiledCommonTexts) {
+    Compiling::ResourceCompiler(
+        boost::make_shared<Compiling::CompiledDictionaryProvider>(
+            compiledCommonTexts, boost::make_shared<Compiling::RootExpressionProvider>()))
+        .Compile(scopeTexts);
+}
+
+}  // namespace LocalizationManager::StringLocalizing::Pipeline
