@@ -6,9 +6,6 @@
 
 #include <boost/make_shared.hpp>
 
-#include <algorithm>
-#include <set>
-
 namespace locmgr::analysis {
 
 namespace {
@@ -45,7 +42,10 @@ class ShieldedParent : public Compiling::IExpressionProvider {
 };
 
 // Compiles a copy of the file's texts with `compiler`, first whole as the runtime does, then,
-// if that failed, key by key, so that every cycle is found, each reported once.
+// if that failed, key by key, so that every cycle is found, each reported once. A cycle once
+// reported is cut out of the copy (its keys emptied), so that the keys that lead to it
+// compile and no later key walks to it again: the keys are compiled once each, and a long
+// chain into a cycle costs its length once, not once per key.
 std::vector<Finding> Compile(const FileUse& use, Compiling::ResourceCompiler& compiler,
                              const boost::shared_ptr<Model::ResourceDictionary>& copy) {
     std::vector<Finding> findings;
@@ -59,7 +59,6 @@ std::vector<Finding> Compile(const FileUse& use, Compiling::ResourceCompiler& co
                                      EntryPosition(*use.file, error.Key()),
                                      WrittenKey(*use.file, error.Key()), error.Message()));
     }
-    std::set<std::vector<std::u16string>> cycles;
     std::vector<std::u16string> keys;
     for (const auto& entry : *copy) {
         keys.push_back(entry.first);
@@ -75,11 +74,6 @@ std::vector<Finding> Compile(const FileUse& use, Compiling::ResourceCompiler& co
             message = error.Message();
             members = error.CycleKeys();
         } catch (const Compiling::ExpansionLimitException&) {
-            continue;
-        }
-        std::vector<std::u16string> sorted = members;
-        std::sort(sorted.begin(), sorted.end());
-        if (members.empty() || !cycles.insert(sorted).second) {
             continue;
         }
         // Reported at the member that comes first in the file, with the message the runtime
@@ -105,6 +99,9 @@ std::vector<Finding> Compile(const FileUse& use, Compiling::ResourceCompiler& co
         }
         findings.push_back(FindingAt(FindingKind::kCyclicReference, use, firstPosition,
                                      WrittenKey(*use.file, *first), message));
+        for (const std::u16string& member : members) {
+            copy->at(member).operands.clear();
+        }
     }
     return findings;
 }
