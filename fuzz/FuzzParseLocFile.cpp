@@ -211,6 +211,30 @@ void ParseAndCheck(const std::u16string& text) {
         Fail("the fast and the position-tracking parse give different dictionaries");
     }
 
+    // The indexed parse for tools agrees too, except that it goes on past a key defined twice,
+    // where the runtime's parse stops; every entry it records stands where its key is.
+    Parsing::SourceIndex index;
+    const Outcome indexed = RunParse(
+        [&index](const std::u16string& text, const std::u16string& fileName,
+                 Model::ResourceDictionary& dictionary) {
+            Parsing::ParseLocFileIndexed(text, fileName, dictionary, index);
+        },
+        text, kFileName);
+    if (index.duplicates.empty()
+            ? indexed.report != fast.report || !(indexed.dictionary == fast.dictionary)
+            : !fast.failed) {
+        Fail("the indexed parse disagrees with the runtime's");
+    }
+    std::size_t previousEnd = 0;
+    for (const Parsing::IndexedEntry& entry : index.entries) {
+        if (entry.keySpan.begin.offset < previousEnd || entry.span.end.offset > text.size() ||
+            entry.span.begin.offset != entry.keySpan.begin.offset ||
+            text.compare(entry.keySpan.begin.offset, entry.key.size(), entry.key) != 0) {
+            Fail("an indexed entry does not stand where its key is");
+        }
+        previousEnd = entry.span.end.offset;
+    }
+
     const Model::ResourceDictionary& dictionary = fast.dictionary;
     if (fast.failed) {
         const std::string& message = fast.message;

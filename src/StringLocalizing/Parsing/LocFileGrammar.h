@@ -7,6 +7,7 @@
 
 #include "StringLocalizing/Model/KeyCase.h"
 #include "StringLocalizing/Model/ResourceDictionary.h"
+#include "StringLocalizing/Parsing/SourceIndexRecorder.h"
 #include "StringLocalizing/Parsing/WideSpaceParser.h"
 
 #include <boost/spirit/include/qi_grammar.hpp>
@@ -27,12 +28,17 @@ constexpr int kMaxPluralNesting = 32;
 // Parses a whole localization file and adds each entry to the dictionary given at
 // construction as soon as it is parsed. Rule names appear in error reports. A grammar object
 // serves one parse at a time (it counts the nesting depth of the parse in progress).
+//
+// With a recorder, the grammar reports where each part of the file stands, and a key defined
+// again is reported to the recorder instead of failing the parse (the dictionary keeps the
+// first definition). Without one, a key defined again throws DuplicateKeyException.
 template <typename Iterator>
 class LocFileGrammar : public boost::spirit::qi::grammar<Iterator> {
   public:
     using Skipper = WideSpaceParser;
 
-    explicit LocFileGrammar(Model::ResourceDictionary& dictionary);
+    explicit LocFileGrammar(Model::ResourceDictionary& dictionary,
+                            SourceIndexRecorder<Iterator>* recorder = nullptr);
 
     LocFileGrammar(const LocFileGrammar&) = delete;
     LocFileGrammar& operator=(const LocFileGrammar&) = delete;
@@ -42,6 +48,7 @@ class LocFileGrammar : public boost::spirit::qi::grammar<Iterator> {
     using Rule = boost::spirit::qi::rule<Iterator, Parameters...>;
 
     Model::ResourceDictionary& dictionary_;
+    SourceIndexRecorder<Iterator>* const recorder_;
     // Keys and references are folded under the global locale of the parse.
     const Model::KeyCaseFolder keyCaseFolder_;
     int nesting_ = 0;
@@ -64,6 +71,9 @@ class LocFileGrammar : public boost::spirit::qi::grammar<Iterator> {
     Rule<Model::Param(), Skipper> externalParameter_;
     Rule<Model::KeyRef()> keyReference_;
     Rule<Model::PluralForm(), Skipper> pluralFormInvocation_;
+    // The discriminator and the forms of a plural invocation, each reported to the recorder.
+    Rule<std::u16string()> pluralParameterName_;
+    Rule<Model::Value(), Skipper> pluralFormValue_;
     Rule<> nestingLimit_;
 };
 

@@ -2,6 +2,7 @@
 
 #include "StringLocalizing/Model/KeyCase.h"
 #include "StringLocalizing/Parsing/AddResource.h"
+#include "StringLocalizing/Parsing/DuplicateKeyException.h"
 #include "StringLocalizing/Parsing/KeyParser.h"
 #include "StringLocalizing/Parsing/LocFileGrammar.h"
 #include "StringLocalizing/Parsing/MoveAssign.h"
@@ -11,6 +12,7 @@
 #include <boost/phoenix/core.hpp>
 #include <boost/phoenix/function.hpp>
 #include <boost/phoenix/operator.hpp>
+#include <boost/phoenix/statement/sequence.hpp>
 #include <boost/spirit/include/qi.hpp>
 
 #include <string>
@@ -39,8 +41,10 @@ struct TakePluralForm {
 
 struct MakeKeyRef {
     using result_type = void;
+    template <typename Range>
     void operator()(Model::KeyRef& reference, const Model::KeyCaseFolder& keyCaseFolder,
-                    const std::u16string& key) const {
+                    const Range& written) const {
+        const std::u16string key(written.begin(), written.end());
         std::u16string buffer;
         reference.key = keyCaseFolder.Fold(key, buffer);
     }
@@ -77,18 +81,51 @@ struct SetEntryKey {
 
 struct StoreEntry {
     using result_type = void;
+    template <typename Recorder>
     void operator()(Model::ResourceDictionary& dictionary,
                     const Model::KeyCaseFolder& keyCaseFolder, const std::u16string& key,
-                    Model::Value& value) const {
-        AddResource(dictionary, keyCaseFolder, key, std::move(value));
+                    Model::Value& value, Recorder* recorder) const {
+        if (recorder == nullptr) {
+            AddResource(dictionary, keyCaseFolder, key, std::move(value));
+            return;
+        }
+        try {
+            AddResource(dictionary, keyCaseFolder, key, std::move(value));
+        } catch (const DuplicateKeyException& duplicate) {
+            recorder->Duplicate(duplicate.Key());
+        }
+    }
+};
+
+// Reports a part of the file that has matched whole to the recorder, if there is one.
+struct RecordSpan {
+    using result_type = void;
+    template <typename Recorder, typename Range>
+    void operator()(Recorder* recorder, SpanKind kind, const Range& range) const {
+        if (recorder != nullptr) {
+            recorder->Record(kind, range.begin(), range.end());
+        }
+    }
+};
+
+struct BeginPlural {
+    using result_type = void;
+    template <typename Recorder>
+    void operator()(Recorder* recorder) const {
+        if (recorder != nullptr) {
+            recorder->BeginPlural();
+        }
     }
 };
 
 }  // namespace loc_file_actions
 
 template <typename Iterator>
-LocFileGrammar<Iterator>::LocFileGrammar(Model::ResourceDictionary& dictionary)
-    : LocFileGrammar::base_type(locFile_, "loc file"), dictionary_(dictionary) {
+LocFileGrammar<Iterator>::LocFileGrammar(Model::ResourceDictionary& dictionary,
+                                         SourceIndexRecorder<Iterator>* recorder)
+    : LocFileGrammar::base_type(locFile_, "loc file"),
+      dictionary_(dictionary),
+      recorder_(recorder) {
     namespace qi = boost::spirit::qi;
     namespace wide = boost::spirit::standard_wide;
     namespace phx = boost::phoenix;
@@ -106,17 +143,23 @@ LocFileGrammar<Iterator>::LocFileGrammar(Model::ResourceDictionary& dictionary)
     const phx::function<AppendForm> appendForm;
     const phx::function<SetEntryKey> setEntryKey;
     const phx::function<StoreEntry> storeEntry;
+    const phx::function<RecordSpan> recordSpan;
+    const phx::function<BeginPlural> beginPlural;
+    const auto indexRecorder = phx::val(recorder_);
 
     // Comments are skipped only between entries; inside an entry only whitespace is.
-    const auto storeParsedEntry =
-        storeEntry(phx::ref(dictionary_), phx::cref(keyCaseFolder_), phx::cref(entryKey_), _1);
-    locFile_ = *(space_ | comment_) >> *(qi::skip(space_)[keyValueEntry_[storeParsedEntry]] >>
-                                         *(space_ | comment_)) > qi::eoi;
+    const auto storeParsedEntry = storeEntry(phx::ref(dictionary_), phx::cref(keyCaseFolder_),
+                                             phx::cref(entryKey_), _1, indexRecorder);
+    locFile_ = *(space_ | comment_) >>
+               *(qi::skip(space_)[qi::raw[keyValueEntry_[storeParsedEntry]]
+                                         [recordSpan(indexRecorder, SpanKind::kEntry, _1)]] >>
+                 *(space_ | comment_)) > qi::eoi;
 
     comment_ = lit(L';') >> *(wide::char_ - lit(L'\r') - lit(L'\n'));
 
-    keyValueEntry_ = qi::raw[KeyParser()][setEntryKey(phx::ref(entryKey_), _1)] > lit(L'=') >
-                     value_[moveAssign(_val, _1)];
+    keyValueEntry_ = qi::raw[KeyParser()][setEntryKey(phx::ref(entryKey_), _1),
+                                          recordSpan(indexRecorder, SpanKind::kKey, _1)] >
+                     lit(L'=') > value_[moveAssign(_val, _1)];
 
     key_ = KeyParser();
 
@@ -125,23 +168,34 @@ LocFileGrammar<Iterator>::LocFileGrammar(Model::ResourceDictionary& dictionary)
 
     operand_ = quotedString_[moveAssign(_val, _1)] | keyReference_[moveAssign(_val, _1)] |
                externalParameter_[moveAssign(_val, _1)] |
-               pluralFormInvocation_[takePluralForm(_val, _1)];
+               qi::raw[pluralFormInvocation_[takePluralForm(_val, _1)]]
+                      [recordSpan(indexRecorder, SpanKind::kPlural, _1)];
 
     quotedString_ = lit(L'\'') > QuotedTextParser() > lit(L'\'');
 
     externalParameterName_ = lit(L'$') > key_;
 
     // "$count :" opens a plural form, so it is not a parameter.
-    externalParameter_ = externalParameterName_[makeParam(_val, _1)] >> !lit(L':');
+    externalParameter_ = qi::raw[externalParameterName_[makeParam(_val, _1)] >> !lit(L':')]
+                                [recordSpan(indexRecorder, SpanKind::kParameter, _1)];
 
-    keyReference_ = key_[makeKeyRef(_val, phx::cref(keyCaseFolder_), _1)];
+    keyReference_ = qi::raw[KeyParser()][makeKeyRef(_val, phx::cref(keyCaseFolder_), _1),
+                                         recordSpan(indexRecorder, SpanKind::kReference, _1)];
 
-    pluralFormInvocation_ =
-        lit(L'{') > nestingLimit_ > externalParameterName_[setPluralParam(_val, _1)] > lit(L':') >
-        value_[appendForm(_val, _1)] > qi::repeat(0, 5)[lit(L',') > value_[appendForm(_val, _1)]] >
-        lit(L'}')[--phx::ref(nesting_)];
+    pluralFormInvocation_ = lit(L'{') > nestingLimit_ >
+                            pluralParameterName_[setPluralParam(_val, _1)] > lit(L':') >
+                            pluralFormValue_[appendForm(_val, _1)] >
+                            qi::repeat(0, 5)[lit(L',') > pluralFormValue_[appendForm(_val, _1)]] >
+                            lit(L'}')[--phx::ref(nesting_)];
 
-    nestingLimit_ = qi::eps(phx::ref(nesting_) < kMaxPluralNesting)[++phx::ref(nesting_)];
+    pluralParameterName_ = qi::raw[externalParameterName_[moveAssign(_val, _1)]]
+                                  [recordSpan(indexRecorder, SpanKind::kPluralParameter, _1)];
+
+    pluralFormValue_ =
+        qi::raw[value_[moveAssign(_val, _1)]][recordSpan(indexRecorder, SpanKind::kPluralForm, _1)];
+
+    nestingLimit_ = qi::eps(phx::ref(nesting_) <
+                            kMaxPluralNesting)[++phx::ref(nesting_), beginPlural(indexRecorder)];
 
     locFile_.name("loc file");
     comment_.name("comment");
@@ -154,6 +208,9 @@ LocFileGrammar<Iterator>::LocFileGrammar(Model::ResourceDictionary& dictionary)
     externalParameter_.name("external parameter");
     keyReference_.name("key reference");
     pluralFormInvocation_.name("plural form invocation");
+    // Named as what they stand for, which is what a report of their absence names.
+    pluralParameterName_.name("external parameter name");
+    pluralFormValue_.name("value");
     nestingLimit_.name("at most " + std::to_string(kMaxPluralNesting) +
                        " nested plural form invocations");
 }

@@ -6,7 +6,6 @@
 #include "StringLocalizing/Parsing/ParsingException.h"
 #include "StringLocalizing/Parsing/SourceIterator.h"
 #include "StringLocalizing/Parsing/TextIterator.h"
-#include "ulo/rtl/TextConversion.h"
 
 #include <boost/spirit/include/qi_expect.hpp>
 #include <boost/spirit/include/qi_parse.hpp>
@@ -32,22 +31,39 @@ void ParseLocFile(const std::u16string& text, const std::u16string& fileName,
         throw std::logic_error(
             "the position-tracking parse accepted a text the fast parse refused");
     } catch (const DuplicateKeyException& duplicate) {
-        throw ParsingException(ulo::Utf8ToWide(duplicate.Message()));
+        throw ParsingException(duplicate);
     }
+}
+
+namespace {
+
+void ParseWithPositions(const std::u16string& text, const std::u16string& fileName,
+                        Model::ResourceDictionary& dictionary,
+                        SourceIndexRecorder<SourceIterator>* recorder) {
+    const SourceIterator begin = MakeSourceBegin(text, fileName);
+    SourceIterator first = begin;
+    const SourceIterator last;
+    LocFileGrammar<SourceIterator> grammar(dictionary, recorder);
+    try {
+        boost::spirit::qi::parse(first, last, grammar);
+    } catch (const boost::spirit::qi::expectation_failure<SourceIterator>& failure) {
+        throw ParsingException(MakeSyntaxError(failure.first, failure.what_, begin));
+    } catch (const DuplicateKeyException& duplicate) {
+        throw ParsingException(duplicate);
+    }
+}
+
+}  // namespace
+
+void ParseLocFileIndexed(const std::u16string& text, const std::u16string& fileName,
+                         Model::ResourceDictionary& dictionary, SourceIndex& index) {
+    SourceIndexRecorder<SourceIterator> recorder(index, MakeSourceBegin(text, fileName));
+    ParseWithPositions(text, fileName, dictionary, &recorder);
 }
 
 void ParseLocFileWithPositions(const std::u16string& text, const std::u16string& fileName,
                                Model::ResourceDictionary& dictionary) {
-    SourceIterator first = MakeSourceBegin(text, fileName);
-    const SourceIterator last;
-    LocFileGrammar<SourceIterator> grammar(dictionary);
-    try {
-        boost::spirit::qi::parse(first, last, grammar);
-    } catch (const boost::spirit::qi::expectation_failure<SourceIterator>& failure) {
-        throw ParsingException(BuildParseErrorReport(failure.first, failure.what_));
-    } catch (const DuplicateKeyException& duplicate) {
-        throw ParsingException(ulo::Utf8ToWide(duplicate.Message()));
-    }
+    ParseWithPositions(text, fileName, dictionary, nullptr);
 }
 
 }  // namespace LocalizationManager::StringLocalizing::Parsing

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "StringLocalizing/Model/ResourceDictionary.h"
+#include "StringLocalizing/Parsing/SourceIndex.h"
 
 #include <string>
 
@@ -20,5 +21,13 @@ void ParseLocFile(const std::u16string& text, const std::u16string& fileName,
 // syntax error; tests and the fuzzer hold the two against each other.
 void ParseLocFileWithPositions(const std::u16string& text, const std::u16string& fileName,
                                Model::ResourceDictionary& dictionary);
+
+// The position-tracking parse for tools: also records in `index` where every entry and each
+// of its references, parameters and plural invocations stands, and collects every key defined
+// again in index.duplicates instead of stopping at the first (the dictionary keeps each key's
+// first definition). Throws ParsingException for a syntax error, with the same report as
+// ParseLocFile; the index then holds the entries before the failing one.
+void ParseLocFileIndexed(const std::u16string& text, const std::u16string& fileName,
+                         Model::ResourceDictionary& dictionary, SourceIndex& index);
 
 }  // namespace LocalizationManager::StringLocalizing::Parsing

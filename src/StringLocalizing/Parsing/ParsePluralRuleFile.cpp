@@ -13,7 +13,8 @@ namespace LocalizationManager::StringLocalizing::Parsing {
 
 Model::PluralRuleEntries ParsePluralRuleFile(const std::u16string& text,
                                              const std::u16string& path) {
-    SourceIterator first = MakeSourceBegin(text, path);
+    const SourceIterator begin = MakeSourceBegin(text, path);
+    SourceIterator first = begin;
     const SourceIterator last;
     PluralFormRulesGrammar<SourceIterator> grammar;
     Model::PluralRuleEntries entries;
@@ -23,7 +24,7 @@ Model::PluralRuleEntries ParsePluralRuleFile(const std::u16string& text,
         boost::spirit::qi::phrase_parse(first, last, grammar, boost::spirit::standard_wide::space,
                                         entries);
     } catch (const boost::spirit::qi::expectation_failure<SourceIterator>& failure) {
-        throw ParsingException(BuildParseErrorReport(failure.first, failure.what_));
+        throw ParsingException(MakeSyntaxError(failure.first, failure.what_, begin));
     }
     return entries;
 }

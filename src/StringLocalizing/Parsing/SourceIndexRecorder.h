@@ -1,0 +1,122 @@
+#pragma once
+
+#include "StringLocalizing/Model/KeyCase.h"
+#include "StringLocalizing/Parsing/SourceIndex.h"
+#include "StringLocalizing/Parsing/SourceIterator.h"
+
+#include <cstddef>
+#include <string>
+#include <type_traits>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+namespace LocalizationManager::StringLocalizing::Parsing {
+
+// The parts of a localization file that the grammar reports to a SourceIndexRecorder, each
+// once it has been parsed whole.
+enum class SpanKind {
+    kKey,              // the key of an entry; starts the entry
+    kReference,        // a bare key in a value
+    kParameter,        // "$name" of an external parameter
+    kPluralParameter,  // "$name" of the innermost plural invocation under way
+    kPluralForm,       // a form of the innermost plural invocation under way
+    kPlural,           // ends the innermost plural invocation under way
+    kEntry,            // ends the entry
+};
+
+// Fills a SourceIndex from what the localization file grammar reports while it parses. The
+// grammar reports a part only once the part has matched, so nothing is recorded for what it
+// tried and gave up. One recorder serves one parse.
+template <typename Iterator>
+class SourceIndexRecorder {
+  public:
+    SourceIndexRecorder(SourceIndex& index, Iterator textBegin)
+        : index_(index), textBegin_(std::move(textBegin)) {}
+
+    SourceIndexRecorder(const SourceIndexRecorder&) = delete;
+    SourceIndexRecorder& operator=(const SourceIndexRecorder&) = delete;
+
+    // A "{" opened a plural invocation.
+    void BeginPlural() {
+        IndexedPlural plural;
+        plural.pluralDepth = static_cast<int>(openPlurals_.size());
+        openPlurals_.push_back(entry_.plurals.size());
+        entry_.plurals.push_back(std::move(plural));
+    }
+
+    void Record(SpanKind kind, const Iterator& begin, const Iterator& end) {
+        const SourceSpan span{PointOf(begin), PointOf(end)};
+        const int depth = static_cast<int>(openPlurals_.size());
+        switch (kind) {
+            case SpanKind::kKey:
+                entry_ = IndexedEntry();
+                entry_.key.assign(begin, end);
+                entry_.lowerKey = Fold(entry_.key);
+                entry_.keySpan = span;
+                break;
+            case SpanKind::kReference:
+                entry_.references.push_back({Fold(std::u16string(begin, end)), span, depth});
+                break;
+            case SpanKind::kParameter:
+                // The text starts with "$".
+                entry_.parameters.push_back({std::u16string(std::next(begin), end), span, depth});
+                break;
+            case SpanKind::kPluralParameter:
+                OpenPlural().parameter.assign(std::next(begin), end);
+                OpenPlural().parameterSpan = span;
+                break;
+            case SpanKind::kPluralForm:
+                OpenPlural().forms.push_back(span);
+                break;
+            case SpanKind::kPlural:
+                OpenPlural().span = span;
+                openPlurals_.pop_back();
+                break;
+            case SpanKind::kEntry:
+                entry_.span = span;
+                firstDefinition_.emplace(entry_.lowerKey, index_.entries.size());
+                index_.entries.push_back(std::move(entry_));
+                entry_ = IndexedEntry();
+                break;
+        }
+    }
+
+    // The entry being parsed defines `lowerKey` again.
+    void Duplicate(const std::u16string& lowerKey) {
+        const auto first = firstDefinition_.find(lowerKey);
+        const SourceSpan firstKey =
+            first != firstDefinition_.end() ? index_.entries[first->second].keySpan : SourceSpan();
+        index_.duplicates.push_back({lowerKey, entry_.key, firstKey, entry_.keySpan});
+    }
+
+  private:
+    SourcePoint PointOf(const Iterator& position) const {
+        if constexpr (std::is_same_v<Iterator, SourceIterator>) {
+            const SourcePosition& at = position.get_position();
+            return {static_cast<std::size_t>(position.base() - textBegin_.base()),
+                    static_cast<std::uint32_t>(at.line), static_cast<std::uint32_t>(at.column)};
+        } else {
+            // Without position tracking only the offset is known.
+            return {static_cast<std::size_t>(position - textBegin_), 0, 0};
+        }
+    }
+
+    std::u16string Fold(const std::u16string& key) const {
+        std::u16string buffer;
+        return std::u16string(keyCaseFolder_.Fold(key, buffer));
+    }
+
+    IndexedPlural& OpenPlural() { return entry_.plurals[openPlurals_.back()]; }
+
+    SourceIndex& index_;
+    const Iterator textBegin_;
+    // Folds as the grammar does: both are made for the same parse.
+    const Model::KeyCaseFolder keyCaseFolder_;
+    IndexedEntry entry_;
+    // Indices into entry_.plurals of the invocations under way, outermost first.
+    std::vector<std::size_t> openPlurals_;
+    std::unordered_map<std::u16string, std::size_t> firstDefinition_;
+};
+
+}  // namespace LocalizationManager::StringLocalizing::Parsing
