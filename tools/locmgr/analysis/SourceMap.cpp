@@ -2,6 +2,8 @@
 
 #include "StringLocalizing/Model/KeyCase.h"
 
+#include <functional>
+#include <string_view>
 #include <utility>
 
 namespace locmgr::analysis {
@@ -122,6 +124,7 @@ SourceMap::SourceMap(const std::u16string& text) {
         last.endParameter = parameters_.size();
         last.endPlural = plurals_.size();
     }
+    IndexEntries();
 }
 
 void SourceMap::BeginEntry(SourceEntry entry) {
@@ -135,13 +138,39 @@ void SourceMap::BeginEntry(SourceEntry entry) {
     entry.firstReference = entry.endReference = references_.size();
     entry.firstParameter = entry.endParameter = parameters_.size();
     entry.firstPlural = entry.endPlural = plurals_.size();
-    firstEntryOfKey_.emplace(entry.lowerKey, entries_.size());
     entries_.push_back(std::move(entry));
 }
 
+void SourceMap::IndexEntries() {
+    // At most half full, so that probe sequences stay short.
+    std::size_t slots = 16;
+    while (slots < 2 * entries_.size()) {
+        slots *= 2;
+    }
+    index_.assign(slots, 0);
+    const std::size_t mask = slots - 1;
+    for (std::size_t entry = 0; entry < entries_.size(); ++entry) {
+        const std::u16string& key = entries_[entry].lowerKey;
+        std::size_t slot = std::hash<std::u16string_view>{}(key) & mask;
+        while (index_[slot] != 0 && entries_[index_[slot] - 1].lowerKey != key) {
+            slot = (slot + 1) & mask;
+        }
+        if (index_[slot] == 0) {
+            index_[slot] = entry + 1;
+        }
+    }
+}
+
 const SourceEntry* SourceMap::FindEntry(const std::u16string& lowerKey) const {
-    const auto found = firstEntryOfKey_.find(lowerKey);
-    return found == firstEntryOfKey_.end() ? nullptr : &entries_[found->second];
+    const std::size_t mask = index_.size() - 1;
+    for (std::size_t slot = std::hash<std::u16string_view>{}(lowerKey) & mask; index_[slot] != 0;
+         slot = (slot + 1) & mask) {
+        const SourceEntry& entry = entries_[index_[slot] - 1];
+        if (entry.lowerKey == lowerKey) {
+            return &entry;
+        }
+    }
+    return nullptr;
 }
 
 }  // namespace locmgr::analysis

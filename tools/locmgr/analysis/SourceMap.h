@@ -10,7 +10,6 @@
 
 #include <cstddef>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 namespace locmgr::analysis {
@@ -63,9 +62,14 @@ class SourceMap {
 
   private:
     void BeginEntry(SourceEntry entry);
+    void IndexEntries();
 
     std::vector<SourceEntry> entries_;
-    std::unordered_map<std::u16string, std::size_t> firstEntryOfKey_;
+    // An open-addressing hash table over entries_ by lower-cased key: each slot holds an index
+    // into entries_ plus one, or 0 when empty; of equal keys only the first entry is in it. A
+    // node-based map cost a million allocations for a million-key file, and more memory than
+    // the entries themselves.
+    std::vector<std::size_t> index_;
     std::vector<SourceReference> references_;
     std::vector<SourceParameter> parameters_;
     std::vector<SourcePlural> plurals_;
