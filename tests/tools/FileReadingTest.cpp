@@ -39,8 +39,7 @@ const Case kCases[] = {
     {"dev_zero",
      [](TempTree& tree, const std::string& relative) {
          tree.Directory("neutral/Locs");
-         std::filesystem::create_symlink("/dev/zero",
-                                         std::filesystem::path(tree.Path(relative)));
+         std::filesystem::create_symlink("/dev/zero", std::filesystem::path(tree.Path(relative)));
      },
      "", "", "Cannot open file, error: "},
     {"trailing_nuls",
@@ -49,16 +48,16 @@ const Case kCases[] = {
      },
      "a = 'x'\n", "x", ""},
     {"invalid_utf8",
-     [](TempTree& tree, const std::string& relative) {
-         tree.File(relative, "a = 'x\xFF\xC3y'\n");
-     },
+     [](TempTree& tree, const std::string& relative) { tree.File(relative, "a = 'x\xFF\xC3y'\n"); },
      "a = 'x\uFFFD\uFFFDy'\n", "x\uFFFD\uFFFDy", ""},
     {"bom_only",
-     [](TempTree& tree, const std::string& relative) { tree.File(relative, "\xEF\xBB\xBF"); },
-     "", "", "MultiByteToWideChar conversion failed"},
+     [](TempTree& tree, const std::string& relative) { tree.File(relative, "\xEF\xBB\xBF"); }, "",
+     "", "MultiByteToWideChar conversion failed"},
     {"bom_and_text",
      [](TempTree& tree, const std::string& relative) {
-         tree.File(relative, "\xEF\xBB\xBF" "a = 'x'\n");
+         tree.File(relative,
+                   "\xEF\xBB\xBF"
+                   "a = 'x'\n");
      },
      "a = 'x'\n", "x", ""},
 };

@@ -52,6 +52,10 @@ std::size_t SkipComment(const std::u16string& text, std::size_t offset) {
     return position;
 }
 
+std::size_t HashOf(const std::u16string& key) {
+    return std::hash<std::u16string_view>()(key);
+}
+
 std::size_t SkipBlanks(const std::u16string& text, std::size_t offset) {
     while (offset < text.size() && IsBlank(text[offset])) {
         ++offset;
@@ -151,7 +155,7 @@ void SourceMap::IndexEntries() {
     const std::size_t mask = slots - 1;
     for (std::size_t entry = 0; entry < entries_.size(); ++entry) {
         const std::u16string& key = entries_[entry].lowerKey;
-        std::size_t slot = std::hash<std::u16string_view>{}(key) & mask;
+        std::size_t slot = HashOf(key) & mask;
         while (index_[slot] != 0 && entries_[index_[slot] - 1].lowerKey != key) {
             slot = (slot + 1) & mask;
         }
@@ -163,8 +167,7 @@ void SourceMap::IndexEntries() {
 
 const SourceEntry* SourceMap::FindEntry(const std::u16string& lowerKey) const {
     const std::size_t mask = index_.size() - 1;
-    for (std::size_t slot = std::hash<std::u16string_view>{}(lowerKey) & mask; index_[slot] != 0;
-         slot = (slot + 1) & mask) {
+    for (std::size_t slot = HashOf(lowerKey) & mask; index_[slot] != 0; slot = (slot + 1) & mask) {
         const SourceEntry& entry = entries_[index_[slot] - 1];
         if (entry.lowerKey == lowerKey) {
             return &entry;
