@@ -77,6 +77,11 @@ TEST(FileReadingTest, EveryCommandReadsAsTheModuleDoes) {
         const ProcessResult get =
             Locmgr({"get", "--root", root, "--scope", testCase.name, "--culture", "en", "a"});
         const ProcessResult check = Locmgr({"check", "--root", root, "--format", "json"});
+        const ProcessResult explain =
+            Locmgr({"explain", "--root", root, "--scope", testCase.name, "--culture", "en", "a"});
+        TempTree out;
+        const ProcessResult pseudo = Locmgr({"pseudo", "--root", root, "--out",
+                                             std::filesystem::path(out.Path("pseudo")).string()});
         // A FIFO without a writer or an endless device must not hold anything up.
         EXPECT_LT(std::chrono::steady_clock::now() - started, std::chrono::seconds(20));
 
@@ -86,6 +91,8 @@ TEST(FileReadingTest, EveryCommandReadsAsTheModuleDoes) {
             EXPECT_EQ(0, get.exitStatus) << get.err;
             EXPECT_EQ(testCase.text + "\n", get.out);
             EXPECT_EQ(0, check.exitStatus) << check.out;
+            EXPECT_THAT(explain.out, HasSubstr("  1. text \"" + testCase.text + "\"\n"));
+            EXPECT_THAT(pseudo.out, HasSubstr(testCase.name + ".lt: 1 keys from "));
             continue;
         }
         // parse names the file and gives the module's message, which the module's own
@@ -100,8 +107,12 @@ TEST(FileReadingTest, EveryCommandReadsAsTheModuleDoes) {
         // check reports the file as unreadable, in the same words.
         const auto unreadable = FindingsOf(JsonOf(check), "unreadable-file");
         ASSERT_EQ(1u, unreadable.size()) << check.out;
-        EXPECT_EQ("cannot read the file: " + message.substr(0, message.size() - 1),
-                  unreadable[0]["message"].get<std::string>());
+        const std::string line = message.substr(0, message.size() - 1);
+        EXPECT_EQ("cannot read the file: " + line, unreadable[0]["message"].get<std::string>());
+        // explain says why the request fails, pseudo why it wrote no copy.
+        EXPECT_THAT(explain.out, HasSubstr(testCase.name + ".lt: " + line + "\n"));
+        EXPECT_THAT(pseudo.out + pseudo.err,
+                    HasSubstr(testCase.name + ".lt: not written: " + line));
     }
 }
 
