@@ -97,6 +97,42 @@ TEST_F(BatchCommandTest, WholeNumbersReachTheResolverAsIntegersOthersAsWritten) 
     }
 }
 
+TEST_F(BatchCommandTest, RequestsAreReadAsDocumented) {
+    const struct {
+        std::string request;
+        std::string answer;
+    } cases[] = {
+        {R"({"scope": "b", "culture": "en", "key": "x"})", R"({"ok": true, "text": "b en"})"},
+        // Other members are ignored, whatever they hold; of a repeated member the last counts.
+        {R"({"extra": {"scope": 1, "params": [{}]}, "scope": "b", "culture": "en", "key": "x"})",
+         R"({"ok": true, "text": "b en"})"},
+        {R"({"scope": 1, "scope": "b", "culture": "ru", "key": "x", "params": null})",
+         R"({"ok": true, "text": "b ru"})"},
+        {R"({"scope": "a", "culture": "en", "key": "echo", "params": {"n": "x", "n": 7}})",
+         R"({"ok": true, "text": "[7]"})"},
+        {R"({"scope": "a", "culture": "en", "key": "echo", "params": 3, "params": {"n": "y"}})",
+         R"({"ok": true, "text": "[y]"})"},
+        {R"([{"scope": "b", "culture": "en", "key": "x"}])",
+         R"({"ok": false, "code": 2147483718, "error": "invalid request: a request must be a JSON object"})"},
+        {R"({"scope": "b", "culture": "en"})",
+         R"({"ok": false, "code": 2147483718, "error": "invalid request: \"key\" must be a string"})"},
+        {R"({"key": "x", "culture": ["en"], "scope": 2})",
+         R"({"ok": false, "code": 2147483718, "error": "invalid request: \"scope\" must be a string"})"},
+        {R"({"scope": "b", "culture": "en", "key": "x", "params": []})",
+         R"({"ok": false, "code": 2147483718, "error": "invalid request: \"params\" must be an object"})"},
+        {R"({"scope": "b", "culture": "en", "key": "x", "params": {"z": true, "m": {}}})",
+         R"({"ok": false, "code": 2147483718, "error": "invalid request: parameter \"m\" must be a string or a number"})"},
+    };
+    for (const auto& testCase : cases) {
+        const ProcessResult result = Batch(testCase.request + "\n");
+        EXPECT_EQ(testCase.answer + "\n", result.out) << testCase.request;
+    }
+    const ProcessResult notJson = Batch("{\"scope\": \n");
+    EXPECT_THAT(notJson.out, ::testing::StartsWith(
+                                 R"({"ok": false, "code": 2147483718, "error": "invalid request: )"
+                                 R"([json.exception.parse_error.101] parse error at line 1)"));
+}
+
 TEST_F(BatchCommandTest, AnswersStayTheSameWhenFewerLocalizersAreKept) {
     std::string input;
     for (int round = 0; round < 3; ++round) {
