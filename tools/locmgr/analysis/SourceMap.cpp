@@ -52,6 +52,12 @@ std::size_t SkipComment(const std::u16string& text, std::size_t offset) {
     return position;
 }
 
+// Fewer than 2^32: a list holds at most one element per unit of the text.
+template <typename List>
+std::uint32_t Count(const List& list) {
+    return static_cast<std::uint32_t>(list.size());
+}
+
 std::size_t HashOf(const std::u16string& key) {
     return std::hash<std::u16string_view>()(key);
 }
@@ -111,7 +117,7 @@ SourceMap::SourceMap(const std::u16string& text) {
             SourceEntry entry;
             entry.key = name;
             entry.lowerKey = Model::LowerCaseKey(name);
-            entry.offset = offset;
+            entry.offset = static_cast<std::uint32_t>(offset);
             entry.position = counter.Position();
             BeginEntry(std::move(entry));
             depth = 0;
@@ -123,10 +129,10 @@ SourceMap::SourceMap(const std::u16string& text) {
     }
     if (!entries_.empty()) {
         SourceEntry& last = entries_.back();
-        last.end = text.size();
-        last.endReference = references_.size();
-        last.endParameter = parameters_.size();
-        last.endPlural = plurals_.size();
+        last.end = static_cast<std::uint32_t>(text.size());
+        last.endReference = Count(references_);
+        last.endParameter = Count(parameters_);
+        last.endPlural = Count(plurals_);
     }
     IndexEntries();
 }
@@ -135,13 +141,13 @@ void SourceMap::BeginEntry(SourceEntry entry) {
     if (!entries_.empty()) {
         SourceEntry& previous = entries_.back();
         previous.end = entry.offset;
-        previous.endReference = references_.size();
-        previous.endParameter = parameters_.size();
-        previous.endPlural = plurals_.size();
+        previous.endReference = Count(references_);
+        previous.endParameter = Count(parameters_);
+        previous.endPlural = Count(plurals_);
     }
-    entry.firstReference = entry.endReference = references_.size();
-    entry.firstParameter = entry.endParameter = parameters_.size();
-    entry.firstPlural = entry.endPlural = plurals_.size();
+    entry.firstReference = entry.endReference = Count(references_);
+    entry.firstParameter = entry.endParameter = Count(parameters_);
+    entry.firstPlural = entry.endPlural = Count(plurals_);
     entries_.push_back(std::move(entry));
 }
 
@@ -160,7 +166,7 @@ void SourceMap::IndexEntries() {
             slot = (slot + 1) & mask;
         }
         if (index_[slot] == 0) {
-            index_[slot] = entry + 1;
+            index_[slot] = static_cast<std::uint32_t>(entry + 1);
         }
     }
 }
