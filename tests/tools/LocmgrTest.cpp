@@ -275,7 +275,9 @@ TEST(LocmgrParseTest, PrintsEntriesOrTheReport) {
 
     const ProcessResult missing = Locmgr({"parse", "/nonexistent.lt"});
     EXPECT_EQ(1, missing.exitStatus);
-    EXPECT_EQ("/nonexistent.lt: cannot read file\n", missing.err);
+    // In the module's words, as the module would report the file.
+    EXPECT_THAT(missing.err, StartsWith("/nonexistent.lt: cannot read the file: "));
+    EXPECT_THAT(missing.err, ::testing::EndsWith("Cannot open file, error: File not found\n"));
 }
 
 }  // namespace

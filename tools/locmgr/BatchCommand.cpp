@@ -1,3 +1,4 @@
+#include "BatchRequest.h"
 #include "CommandSupport.h"
 #include "Commands.h"
 #include "ModuleSession.h"
@@ -5,13 +6,19 @@
 #include "localization_manager/host/StringConversion.h"
 #include "ulo/ResultCode.h"
 
+#include <charconv>
+#include <cstddef>
 #include <cstdint>
 #include <iostream>
+#include <iterator>
+#include <list>
 #include <map>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
+#include <system_error>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 namespace locmgr {
@@ -20,13 +27,6 @@ namespace {
 
 namespace host = localization_manager::host;
 using nlohmann::json;
-
-struct Request {
-    std::string scope;
-    std::string culture;
-    std::string key;
-    std::vector<std::pair<std::string, std::string>> params;
-};
 
 struct Failure {
     std::int32_t code;
@@ -54,42 +54,6 @@ Answer Refusal(const Failure& failure) {
                        ", \"error\": " + Quote(failure.error) + "}"};
 }
 
-std::string StringField(const json& request, const char* name) {
-    const auto found = request.find(name);
-    if (found == request.end() || !found->is_string()) {
-        throw std::invalid_argument(std::string("\"") + name + "\" must be a string");
-    }
-    return found->get<std::string>();
-}
-
-Request ParseRequest(const std::string& line) {
-    const json request = json::parse(line);
-    if (!request.is_object()) {
-        throw std::invalid_argument("a request must be a JSON object");
-    }
-    Request parsed{StringField(request, "scope"),
-                   StringField(request, "culture"),
-                   StringField(request, "key"),
-                   {}};
-    const auto params = request.find("params");
-    if (params == request.end() || params->is_null()) {
-        return parsed;
-    }
-    if (!params->is_object()) {
-        throw std::invalid_argument("\"params\" must be an object");
-    }
-    for (const auto& [name, value] : params->items()) {
-        if (value.is_string()) {
-            parsed.params.emplace_back(name, value.get<std::string>());
-        } else if (value.is_number()) {
-            parsed.params.emplace_back(name, value.dump());
-        } else {
-            throw std::invalid_argument("parameter \"" + name + "\" must be a string or a number");
-        }
-    }
-    return parsed;
-}
-
 // The module's error lines of the failed call, or, when it committed none, `fallback`.
 Failure FailureOf(ModuleSession& session, std::int32_t code, const std::string& fallback) {
     std::string error;
@@ -103,15 +67,16 @@ Failure FailureOf(ModuleSession& session, std::int32_t code, const std::string& 
 
 class Batch {
   public:
-    Batch(ModuleSession& session, std::optional<Failure> treeFailure)
-        : session_(session), treeFailure_(std::move(treeFailure)) {}
+    // Keeps at most `maxLocalizers` (at least 1) localizers at a time.
+    Batch(ModuleSession& session, std::optional<Failure> treeFailure, std::size_t maxLocalizers)
+        : session_(session), treeFailure_(std::move(treeFailure)), maxLocalizers_(maxLocalizers) {}
 
     // The answer to one request line.
     Answer Respond(const std::string& line) {
         session_.TakeLines();
-        Request request;
+        BatchRequest request;
         try {
-            request = ParseRequest(line);
+            request = ParseBatchRequest(line);
         } catch (const std::exception& error) {
             return Refusal(
                 {ulo::kResultInvalidArgument, std::string("invalid request: ") + error.what()});
@@ -145,14 +110,19 @@ class Batch {
     using LocalizerKey = std::tuple<std::string, std::uint32_t, std::string, std::string>;
 
     // The localizer of a scope and culture, made on first use; a failed attempt is not kept,
-    // so every request for it gets the module's error line again.
+    // so every request for it gets the module's error line again. Of the localizers made, the
+    // maxLocalizers_ used most recently are kept; the one used longest ago is released when
+    // another must be made. A released localizer is made again when it is asked for: the
+    // texts are the same, only built anew.
     std::optional<Failure> Localizer(const std::string& scope,
                                      const localization_manager::Culture& culture,
                                      localization_manager::ILocalizer*& localizer) {
-        const LocalizerKey key{scope, culture.languageId, culture.firstSubtag.ToStdString(),
-                               culture.secondSubtag.ToStdString()};
-        auto found = localizers_.find(key);
-        if (found == localizers_.end()) {
+        LocalizerKey key{scope, culture.languageId, culture.firstSubtag.ToStdString(),
+                         culture.secondSubtag.ToStdString()};
+        const auto found = index_.find(key);
+        if (found != index_.end()) {
+            recent_.splice(recent_.begin(), recent_, found->second);
+        } else {
             InterfacePtr<localization_manager::ILocalizer> created;
             const std::int32_t code =
                 session_.GetLocalizer(scope, culture, resolver_.Get(), created);
@@ -160,17 +130,47 @@ class Batch {
                 return FailureOf(session_, code,
                                  "cannot get a localizer for scope '" + scope + "'");
             }
-            found = localizers_.emplace(key, std::move(created)).first;
+            if (recent_.size() >= maxLocalizers_) {
+                index_.erase(recent_.back().first);
+                recent_.pop_back();
+            }
+            recent_.emplace_front(std::move(key), std::move(created));
+            index_.emplace(recent_.front().first, recent_.begin());
         }
-        localizer = found->second.Get();
+        localizer = recent_.front().second.Get();
         return std::nullopt;
     }
 
+    using Recent =
+        std::list<std::pair<LocalizerKey, InterfacePtr<localization_manager::ILocalizer>>>;
+
     ModuleSession& session_;
     const std::optional<Failure> treeFailure_;
+    const std::size_t maxLocalizers_;
     const InterfacePtr<ParamResolver> resolver_ = ParamResolver::Create();
-    std::map<LocalizerKey, InterfacePtr<localization_manager::ILocalizer>> localizers_;
+    // Most recently used first.
+    Recent recent_;
+    std::map<LocalizerKey, Recent::iterator> index_;
 };
+
+const OptionSpec kMaxLocalizersOption{"--max-localizers", true};
+constexpr std::size_t kDefaultMaxLocalizers = 256;
+
+// The value of --max-localizers: a decimal whole number from 1 up; throws UsageError otherwise.
+std::size_t MaxLocalizersOption(const Options& options) {
+    if (!options.Has(kMaxLocalizersOption.name)) {
+        return kDefaultMaxLocalizers;
+    }
+    const std::string value = options.Value(kMaxLocalizersOption.name);
+    std::size_t number = 0;
+    const char* const end = value.data() + value.size();
+    const auto [stop, error] = std::from_chars(value.data(), end, number);
+    if (value.empty() || error != std::errc() || stop != end || number == 0) {
+        throw UsageError(kMaxLocalizersOption.name + " needs a whole number from 1 up, not '" +
+                         value + "'");
+    }
+    return number;
+}
 
 bool IsBlank(const std::string& line) {
     return line.find_first_not_of(" \t\r") == std::string::npos;
@@ -181,6 +181,7 @@ int Run(const Options& options) {
     if (!options.Operands().empty()) {
         throw UsageError("batch reads its requests from standard input and takes no operands");
     }
+    const std::size_t maxLocalizers = MaxLocalizersOption(options);
     ModuleSession session(options.Value(kModuleOption.name));
     // A tree that cannot be used fails every request alike, with the reason it failed.
     std::optional<Failure> treeFailure;
@@ -192,7 +193,7 @@ int Run(const Options& options) {
     }
 
     int status = kExitOk;
-    Batch batch(session, std::move(treeFailure));
+    Batch batch(session, std::move(treeFailure), maxLocalizers);
     std::string line;
     while (std::getline(std::cin, line)) {
         if (IsBlank(line)) {
@@ -213,7 +214,7 @@ int Run(const Options& options) {
 const Command kBatchCommand{
     "batch",
     "answer JSON Lines requests from standard input",
-    R"(usage: locmgr batch --root DIR [--alt DIR] [--module PATH]
+    R"(usage: locmgr batch --root DIR [--alt DIR] [--max-localizers N] [--module PATH]
 
 Reads one JSON request per line from standard input and writes one JSON answer per request
 to standard output, flushed at once:
@@ -222,19 +223,27 @@ to standard output, flushed at once:
         or  {"ok": false, "code": C, "error": LINE}
 C is the result code as a number, LINE the module's error line for that request (or locmgr's
 own message for a request the module never saw, such as a line that is not JSON). "params"
-may be left out; its values are strings or numbers. Blank lines are skipped. Localizers are
-kept per scope and culture for the whole run. The exit status is 1 when any request failed.
+may be left out; its values are strings or numbers. A string reaches the parameter resolver
+as it is; a whole number as its plain decimal digits, however it is written (1000, 1e3 and
+1000.0 all give "1000"), any other number exactly as written ("2.5", "1.5e-3"). Blank lines
+are skipped. The exit status is 1 when any request failed.
+
+A localizer is made for each scope and culture on first use and kept for later requests;
+of those, the N used most recently are kept (default 256), so that a run over many scopes
+and cultures stays within bounded memory. A localizer let go is made again when it is asked
+for, with the same answers.
 
 Options:
-  --root DIR          the localization directory
-  --alt DIR           an alternative directory, searched before the root
-  --module PATH       the module to load (default: the one beside locmgr)
+  --root DIR            the localization directory
+  --alt DIR             an alternative directory, searched before the root
+  --max-localizers N    keep at most N localizers at a time, N from 1 up (default 256)
+  --module PATH         the module to load (default: the one beside locmgr)
 
 Example:
   echo '{"scope": "download", "culture": "ru", "key": "status", "params": {"count": 3}}' |
       locmgr batch --root examples/localization
 )",
-    {kRootOption, kAltOption, kModuleOption},
+    {kRootOption, kAltOption, kMaxLocalizersOption, kModuleOption},
     &Run,
 };
 

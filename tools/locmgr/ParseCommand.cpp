@@ -1,12 +1,13 @@
 #include "Commands.h"
+#include "File/FileStream.h"
 #include "StringLocalizing/Model/ValueFormat.h"
 #include "StringLocalizing/Parsing/ParseLocFile.h"
 #include "StringLocalizing/Parsing/ParsingException.h"
 #include "ulo/rtl/TextConversion.h"
 
-#include <fstream>
 #include <iostream>
-#include <iterator>
+#include <new>
+#include <stdexcept>
 #include <string>
 
 namespace locmgr {
@@ -16,17 +17,21 @@ namespace {
 namespace Model = LocalizationManager::StringLocalizing::Model;
 namespace Parsing = LocalizationManager::StringLocalizing::Parsing;
 
-// Reads a UTF-8 file without its byte-order mark.
-bool ReadUtf8File(const std::string& path, std::string& content) {
-    std::ifstream file(path, std::ios::binary);
-    if (!file) {
+// The file's text as the module reads it (File::GetFileContent): a FIFO, device or directory
+// is refused at once, malformed UTF-8 reads as U+FFFD, trailing NULs are dropped. On failure
+// says why on standard error, in the module's words, and returns false.
+bool ReadTextOrReport(const std::string& path, const std::u16string& widePath,
+                      std::u16string& text) {
+    try {
+        text = LocalizationManager::File::GetFileContent(widePath);
+        return true;
+    } catch (const std::bad_alloc&) {
+        throw;
+    } catch (const std::exception& error) {
+        std::cout.flush();
+        std::cerr << path << ": cannot read the file: " << error.what() << "\n";
         return false;
     }
-    content.assign(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
-    if (content.compare(0, 3, "\xEF\xBB\xBF") == 0) {
-        content.erase(0, 3);
-    }
-    return !file.bad();
 }
 
 int Run(const Options& options) {
@@ -35,15 +40,23 @@ int Run(const Options& options) {
     }
     int status = kExitOk;
     for (const std::string& path : options.Operands()) {
-        std::string content;
-        if (!ReadUtf8File(path, content)) {
-            std::cerr << path << ": cannot read file\n";
+        // A path that is not UTF-8 cannot name a file for the module either.
+        std::u16string widePath;
+        try {
+            widePath = ulo::Utf8ToWide(path);
+        } catch (const std::out_of_range& error) {
+            std::cerr << path << ": cannot read the file: " << error.what() << "\n";
+            status = kExitFailed;
+            continue;
+        }
+        std::u16string text;
+        if (!ReadTextOrReport(path, widePath, text)) {
             status = kExitFailed;
             continue;
         }
         try {
             Model::ResourceDictionary dictionary;
-            Parsing::ParseLocFile(ulo::Utf8ToWide(content), ulo::Utf8ToWide(path), dictionary);
+            Parsing::ParseLocFile(text, widePath, dictionary);
             std::cout << "# " << path << ": " << dictionary.size() << " entries\n"
                       << ulo::WideToUtf8(Model::FormatDictionary(dictionary));
         } catch (const std::exception& error) {
@@ -62,9 +75,12 @@ const Command kParseCommand{
     "check localization files (.lt) and print their entries",
     R"(usage: locmgr parse FILE...
 
-Parses each localization file with the module's own parser, without loading the module, and
-prints its entries in canonical form, or the parse error report (file, line, column, the line
-and a caret under the fault) for a file that has a mistake.
+Reads each localization file as the module does (UTF-8 with or without a byte-order mark,
+malformed sequences as U+FFFD, NULs at the end dropped; only regular files, so a FIFO or a
+device is refused at once), parses it with the module's own parser, without loading the
+module, and prints its entries in canonical form, or the parse error report (file, line,
+column, the line and a caret under the fault) for a file that has a mistake. A file the
+module cannot read is reported with the module's message.
 
 Example:
   locmgr parse examples/localization/ru/Locs/download.lt

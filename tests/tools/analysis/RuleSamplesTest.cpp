@@ -8,6 +8,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <limits>
 #include <string>
@@ -81,6 +82,31 @@ TEST(RuleSamplesTest, TriesTheEndsOfTheRange) {
           std::int64_t{-1}, std::int64_t{4294967295}, std::int64_t{4294967296}}) {
         EXPECT_NE(numbers.end(), std::find(numbers.begin(), numbers.end(), expected)) << expected;
     }
+}
+
+// Every number tried costs an evaluation of the whole rule: the numbers must not grow with the
+// number of constants, or a long rule makes the check quadratic.
+TEST(RuleSamplesTest, NumbersTriedStayBoundedForHugeRules) {
+    // "n == 2000 || n == 2001 || ... || ".
+    const auto comparisons = [](int count) {
+        std::u16string rule;
+        for (int constant = 2000; constant < 2000 + count; ++constant) {
+            const std::string comparison = "n == " + std::to_string(constant) + " || ";
+            rule.append(comparison.begin(), comparison.end());
+        }
+        return rule;
+    };
+    const std::vector<std::int64_t> small = SampleNumbers(comparisons(256) + u"n == 0;");
+    const std::vector<std::int64_t> large = SampleNumbers(comparisons(100000) + u"n == 0;");
+    EXPECT_EQ(small.size(), large.size());
+    // The first constants still add their neighbours; those past the first 256 do not.
+    for (const std::int64_t expected : {2000, 2001, 2255, 2256, -2255, 4510}) {
+        EXPECT_NE(large.end(), std::find(large.begin(), large.end(), expected)) << expected;
+    }
+    EXPECT_EQ(large.end(), std::find(large.begin(), large.end(), 2300));
+    // A gap at one of the first constants is still found in a long rule.
+    const std::u16string gap = u"n != 2100 && (" + comparisons(1000) + u"n >= 0 || n < 0);";
+    EXPECT_EQ(2100, Classify(gap).withoutForm.front());
 }
 
 }  // namespace

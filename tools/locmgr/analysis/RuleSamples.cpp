@@ -1,5 +1,6 @@
 #include "RuleSamples.h"
 
+#include <cstddef>
 #include <limits>
 #include <unordered_set>
 
@@ -9,6 +10,12 @@ namespace {
 
 constexpr std::int64_t kSmallNumbers = 1100;  // beyond the hundreds every table rule cycles in
 constexpr std::int64_t kSmallNegatives = 120;
+// Each number tried costs an evaluation of the whole rule, which grows with the constants the
+// file names; trying numbers around every constant made the check quadratic in the file's
+// size (a rule of 10,000 comparisons took seconds, one of 100,000 minutes). Past this many
+// distinct constants the rest add no numbers, so the cost stays linear. Real rule files name a
+// few dozen at most.
+constexpr std::size_t kMaxConstants = 256;
 
 class NumberList {
   public:
@@ -67,9 +74,16 @@ std::vector<std::int64_t> SampleNumbers(const std::u16string& ruleText) {
     for (std::int64_t number = -1; number >= -kSmallNegatives; --number) {
         list.Add(number);
     }
+    std::unordered_set<std::uint64_t> constants;
     for (const std::uint64_t written : NumbersIn(ruleText)) {
         if (written > std::numeric_limits<std::uint32_t>::max()) {
             continue;  // the parser refuses it anyway
+        }
+        if (!constants.insert(written).second) {
+            continue;  // its numbers are in already
+        }
+        if (constants.size() > kMaxConstants) {
+            break;
         }
         const auto asWritten = static_cast<std::int64_t>(written);
         // The runtime keeps constants as 32-bit values: 4294967295 compares as -1.

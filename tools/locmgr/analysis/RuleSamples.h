@@ -19,7 +19,9 @@ namespace locmgr::analysis {
 // The numbers to try, without repeats; small non-negative numbers first, so that the first
 // number found for a form, or without one, is the simplest to read. `ruleText` is the text of
 // a rule file (empty for a built-in rule): every decimal number in it adds itself and its
-// neighbours, read both as written and as the 32-bit value the runtime stores.
+// neighbours, read both as written and as the 32-bit value the runtime stores; of a file that
+// names more than 256 distinct numbers, only the first 256 do, so that the number of samples,
+// and with it the cost of ClassifyNumbers, stays bounded whatever the file's size.
 std::vector<std::int64_t> SampleNumbers(const std::u16string& ruleText);
 
 struct FormSamples {

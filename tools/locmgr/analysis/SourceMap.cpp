@@ -2,6 +2,8 @@
 
 #include "StringLocalizing/Model/KeyCase.h"
 
+#include <functional>
+#include <string_view>
 #include <utility>
 
 namespace locmgr::analysis {
@@ -48,6 +50,16 @@ std::size_t SkipComment(const std::u16string& text, std::size_t offset) {
         ++position;
     }
     return position;
+}
+
+// Fewer than 2^32: a list holds at most one element per unit of the text.
+template <typename List>
+std::uint32_t Count(const List& list) {
+    return static_cast<std::uint32_t>(list.size());
+}
+
+std::size_t HashOf(const std::u16string& key) {
+    return std::hash<std::u16string_view>()(key);
 }
 
 std::size_t SkipBlanks(const std::u16string& text, std::size_t offset) {
@@ -105,7 +117,7 @@ SourceMap::SourceMap(const std::u16string& text) {
             SourceEntry entry;
             entry.key = name;
             entry.lowerKey = Model::LowerCaseKey(name);
-            entry.offset = offset;
+            entry.offset = static_cast<std::uint32_t>(offset);
             entry.position = counter.Position();
             BeginEntry(std::move(entry));
             depth = 0;
@@ -117,31 +129,57 @@ SourceMap::SourceMap(const std::u16string& text) {
     }
     if (!entries_.empty()) {
         SourceEntry& last = entries_.back();
-        last.end = text.size();
-        last.endReference = references_.size();
-        last.endParameter = parameters_.size();
-        last.endPlural = plurals_.size();
+        last.end = static_cast<std::uint32_t>(text.size());
+        last.endReference = Count(references_);
+        last.endParameter = Count(parameters_);
+        last.endPlural = Count(plurals_);
     }
+    IndexEntries();
 }
 
 void SourceMap::BeginEntry(SourceEntry entry) {
     if (!entries_.empty()) {
         SourceEntry& previous = entries_.back();
         previous.end = entry.offset;
-        previous.endReference = references_.size();
-        previous.endParameter = parameters_.size();
-        previous.endPlural = plurals_.size();
+        previous.endReference = Count(references_);
+        previous.endParameter = Count(parameters_);
+        previous.endPlural = Count(plurals_);
     }
-    entry.firstReference = entry.endReference = references_.size();
-    entry.firstParameter = entry.endParameter = parameters_.size();
-    entry.firstPlural = entry.endPlural = plurals_.size();
-    firstEntryOfKey_.emplace(entry.lowerKey, entries_.size());
+    entry.firstReference = entry.endReference = Count(references_);
+    entry.firstParameter = entry.endParameter = Count(parameters_);
+    entry.firstPlural = entry.endPlural = Count(plurals_);
     entries_.push_back(std::move(entry));
 }
 
+void SourceMap::IndexEntries() {
+    // At most half full, so that probe sequences stay short.
+    std::size_t slots = 16;
+    while (slots < 2 * entries_.size()) {
+        slots *= 2;
+    }
+    index_.assign(slots, 0);
+    const std::size_t mask = slots - 1;
+    for (std::size_t entry = 0; entry < entries_.size(); ++entry) {
+        const std::u16string& key = entries_[entry].lowerKey;
+        std::size_t slot = HashOf(key) & mask;
+        while (index_[slot] != 0 && entries_[index_[slot] - 1].lowerKey != key) {
+            slot = (slot + 1) & mask;
+        }
+        if (index_[slot] == 0) {
+            index_[slot] = static_cast<std::uint32_t>(entry + 1);
+        }
+    }
+}
+
 const SourceEntry* SourceMap::FindEntry(const std::u16string& lowerKey) const {
-    const auto found = firstEntryOfKey_.find(lowerKey);
-    return found == firstEntryOfKey_.end() ? nullptr : &entries_[found->second];
+    const std::size_t mask = index_.size() - 1;
+    for (std::size_t slot = HashOf(lowerKey) & mask; index_[slot] != 0; slot = (slot + 1) & mask) {
+        const SourceEntry& entry = entries_[index_[slot] - 1];
+        if (entry.lowerKey == lowerKey) {
+            return &entry;
+        }
+    }
+    return nullptr;
 }
 
 }  // namespace locmgr::analysis

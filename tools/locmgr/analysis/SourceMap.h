@@ -9,22 +9,24 @@
 #include "TextPosition.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 namespace locmgr::analysis {
 
+// Offsets and indexes are 32-bit: a file has millions of entries at most (the file layer
+// reads no text of 2 GiB or more), and they are the bulk of a large file's map.
 struct SourceEntry {
-    std::u16string key;       // as written
-    std::u16string lowerKey;  // as the dictionary stores it
-    std::size_t offset = 0;   // of the key
-    std::size_t end = 0;      // where the next entry begins, or the end of the text
+    std::u16string key;        // as written
+    std::u16string lowerKey;   // as the dictionary stores it
+    std::uint32_t offset = 0;  // of the key
+    std::uint32_t end = 0;     // where the next entry begins, or the end of the text
     TextPosition position;
     // The parts of this entry's value: index ranges into the map's lists.
-    std::size_t firstReference = 0, endReference = 0;
-    std::size_t firstParameter = 0, endParameter = 0;
-    std::size_t firstPlural = 0, endPlural = 0;
+    std::uint32_t firstReference = 0, endReference = 0;
+    std::uint32_t firstParameter = 0, endParameter = 0;
+    std::uint32_t firstPlural = 0, endPlural = 0;
 };
 
 // A bare key inside an entry's value.
@@ -51,6 +53,7 @@ struct SourcePlural {
 
 class SourceMap {
   public:
+    // `text` is shorter than 2^32 units.
     explicit SourceMap(const std::u16string& text);
 
     const std::vector<SourceEntry>& Entries() const { return entries_; }
@@ -63,9 +66,14 @@ class SourceMap {
 
   private:
     void BeginEntry(SourceEntry entry);
+    void IndexEntries();
 
     std::vector<SourceEntry> entries_;
-    std::unordered_map<std::u16string, std::size_t> firstEntryOfKey_;
+    // An open-addressing hash table over entries_ by lower-cased key: each slot holds an index
+    // into entries_ plus one, or 0 when empty; of equal keys only the first entry is in it. A
+    // node-based map cost a million allocations for a million-key file, and more memory than
+    // the entries themselves.
+    std::vector<std::uint32_t> index_;
     std::vector<SourceReference> references_;
     std::vector<SourceParameter> parameters_;
     std::vector<SourcePlural> plurals_;
