@@ -91,8 +91,8 @@ struct StoreEntry {
         }
         try {
             AddResource(dictionary, keyCaseFolder, key, std::move(value));
-        } catch (const DuplicateKeyException& duplicate) {
-            recorder->Duplicate(duplicate.Key());
+        } catch (const DuplicateKeyException&) {
+            recorder->Duplicate();
         }
     }
 };

@@ -8,11 +8,6 @@ namespace LocalizationManager::StringLocalizing::Parsing {
 
 namespace {
 
-std::u16string ToWide(std::size_t number) {
-    const std::string digits = std::to_string(number);
-    return std::u16string(digits.begin(), digits.end());
-}
-
 ExpectedKind KindOf(const boost::spirit::info& expected) {
     if (expected.tag == "eoi") {
         return ExpectedKind::kEndOfInput;
@@ -45,29 +40,6 @@ SyntaxError MakeSyntaxError(const SourceIterator& failure, const boost::spirit::
     error.expectedKind = KindOf(expected);
     error.expected = DescribeExpected(expected);
     return error;
-}
-
-std::u16string RenderParseErrorReport(const SyntaxError& error) {
-    std::u16string report = u"parse error at file ";
-    report += error.fileName;
-    report += u" line ";
-    report += ToWide(error.line);
-    report += u" column ";
-    report += ToWide(error.column);
-    report += u"\n\"";
-    report += error.lineText;
-    report += u"\"\n";
-    // A blank in a field as wide as the column, so the caret stands under the failing
-    // character once the opening double quote of the line above is counted.
-    report.append(error.column > 0 ? error.column - 1 : 0, u' ');
-    report += u" ^- expecting ";
-    report += error.expected;
-    report += u" here";
-    if (error.expected == u"\"=\"") {
-        // The misspelling is the system's own text and is kept as it is.
-        report += u" or one of previous lines miss termination '(qoute)";
-    }
-    return report;
 }
 
 }  // namespace LocalizationManager::StringLocalizing::Parsing

@@ -10,7 +10,10 @@
 #include <boost/spirit/include/qi_expect.hpp>
 #include <boost/spirit/include/qi_parse.hpp>
 
+#include <algorithm>
 #include <stdexcept>
+#include <unordered_map>
+#include <vector>
 
 namespace LocalizationManager::StringLocalizing::Parsing {
 
@@ -53,12 +56,108 @@ void ParseWithPositions(const std::u16string& text, const std::u16string& fileNa
     }
 }
 
+// Every place the index records, in the order of their offsets.
+std::vector<SourcePoint*> PointsOf(SourceIndex& index) {
+    std::vector<SourcePoint*> points;
+    const auto add = [&points](SourceSpan& span) {
+        points.push_back(&span.begin);
+        points.push_back(&span.end);
+    };
+    for (IndexedEntry& entry : index.entries) {
+        add(entry.keySpan);
+        add(entry.span);
+        for (IndexedReference& reference : entry.references) {
+            add(reference.span);
+        }
+        for (IndexedParameter& parameter : entry.parameters) {
+            add(parameter.span);
+        }
+        for (IndexedPlural& plural : entry.plurals) {
+            add(plural.span);
+            add(plural.parameterSpan);
+            for (SourceSpan& form : plural.forms) {
+                add(form);
+            }
+        }
+    }
+    for (DuplicateDefinition& duplicate : index.duplicates) {
+        add(duplicate.secondKey);
+    }
+    // Entries follow each other, so the points are nearly in order already.
+    std::stable_sort(points.begin(), points.end(),
+                     [](const SourcePoint* left, const SourcePoint* right) {
+                         return left->offset < right->offset;
+                     });
+    return points;
+}
+
+// Gives every recorded point its line and column, counted as the reports count them: by the
+// report's own iterator, walked once over the text.
+void LocateSourcePoints(const std::u16string& text, const std::u16string& fileName,
+                        SourceIndex& index) {
+    SourceIterator walker = MakeSourceBegin(text, fileName);
+    std::size_t offset = 0;
+    for (SourcePoint* point : PointsOf(index)) {
+        for (; offset < point->offset && offset < text.size(); ++offset) {
+            ++walker;
+        }
+        const SourcePosition& position = walker.get_position();
+        point->line = static_cast<std::uint32_t>(position.line);
+        point->column = static_cast<std::uint32_t>(position.column);
+    }
+}
+
+// Each duplicate's first definition: the first entry with its key.
+void FindFirstDefinitions(SourceIndex& index) {
+    if (index.duplicates.empty()) {
+        return;
+    }
+    std::unordered_map<std::u16string, const IndexedEntry*> firstEntries;
+    for (const DuplicateDefinition& duplicate : index.duplicates) {
+        firstEntries.emplace(duplicate.lowerKey, nullptr);
+    }
+    for (const IndexedEntry& entry : index.entries) {
+        const auto found = firstEntries.find(entry.lowerKey);
+        if (found != firstEntries.end() && found->second == nullptr) {
+            found->second = &entry;
+        }
+    }
+    for (DuplicateDefinition& duplicate : index.duplicates) {
+        if (const IndexedEntry* first = firstEntries.at(duplicate.lowerKey)) {
+            duplicate.firstKey = first->keySpan;
+        }
+    }
+}
+
 }  // namespace
 
 void ParseLocFileIndexed(const std::u16string& text, const std::u16string& fileName,
                          Model::ResourceDictionary& dictionary, SourceIndex& index) {
-    SourceIndexRecorder<SourceIterator> recorder(index, MakeSourceBegin(text, fileName));
-    ParseWithPositions(text, fileName, dictionary, &recorder);
+    // The fast parse records offsets; one walk then finds their lines and columns.
+    SourceIndexRecorder<TextIterator> recorder(index, text.begin());
+    LocFileGrammar<TextIterator> grammar(dictionary, &recorder);
+    TextIterator first = text.begin();
+    try {
+        boost::spirit::qi::parse(first, text.end(), grammar);
+    } catch (const boost::spirit::qi::expectation_failure<TextIterator>&) {
+        // The report comes from the position-tracking parse, which goes past duplicates as
+        // this one did, so that it stops at the same place.
+        Model::ResourceDictionary scratchDictionary;
+        SourceIndex scratchIndex;
+        SourceIndexRecorder<SourceIterator> scratchRecorder(scratchIndex,
+                                                            MakeSourceBegin(text, fileName));
+        try {
+            ParseWithPositions(text, fileName, scratchDictionary, &scratchRecorder);
+        } catch (const ParsingException&) {
+            LocateSourcePoints(text, fileName, index);
+            FindFirstDefinitions(index);
+            throw;
+        }
+        throw std::logic_error(
+            "the position-tracking parse accepted a text the fast parse refused");
+    }
+    LocateSourcePoints(text, fileName, index);
+    FindFirstDefinitions(index);
 }
 
 void ParseLocFileWithPositions(const std::u16string& text, const std::u16string& fileName,

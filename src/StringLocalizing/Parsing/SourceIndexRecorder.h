@@ -5,9 +5,9 @@
 #include "StringLocalizing/Parsing/SourceIterator.h"
 
 #include <cstddef>
+#include <iterator>
 #include <string>
 #include <type_traits>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -25,9 +25,11 @@ enum class SpanKind {
     kEntry,            // ends the entry
 };
 
-// Fills a SourceIndex from what the localization file grammar reports while it parses. The
-// grammar reports a part only once the part has matched, so nothing is recorded for what it
-// tried and gave up. One recorder serves one parse.
+// Fills a SourceIndex from what the localization file grammar reports while it parses: the
+// offsets of every part, and each key defined again. The grammar reports a part only once the
+// part has matched, so nothing is recorded for what it tried and gave up. Lines and columns
+// are left to LocateSourcePoints, which finds them all in one walk over the text. One recorder
+// serves one parse.
 template <typename Iterator>
 class SourceIndexRecorder {
   public:
@@ -75,29 +77,26 @@ class SourceIndexRecorder {
                 break;
             case SpanKind::kEntry:
                 entry_.span = span;
-                firstDefinition_.emplace(entry_.lowerKey, index_.entries.size());
                 index_.entries.push_back(std::move(entry_));
                 entry_ = IndexedEntry();
                 break;
         }
     }
 
-    // The entry being parsed defines `lowerKey` again.
-    void Duplicate(const std::u16string& lowerKey) {
-        const auto first = firstDefinition_.find(lowerKey);
-        const SourceSpan firstKey =
-            first != firstDefinition_.end() ? index_.entries[first->second].keySpan : SourceSpan();
-        index_.duplicates.push_back({lowerKey, entry_.key, firstKey, entry_.keySpan});
+    // The entry being parsed, whose key has been recorded, defines its key again.
+    void Duplicate() {
+        DuplicateDefinition duplicate;
+        duplicate.lowerKey = entry_.lowerKey;
+        duplicate.writtenKey = entry_.key;
+        duplicate.secondKey = entry_.keySpan;
+        index_.duplicates.push_back(std::move(duplicate));
     }
 
   private:
     SourcePoint PointOf(const Iterator& position) const {
         if constexpr (std::is_same_v<Iterator, SourceIterator>) {
-            const SourcePosition& at = position.get_position();
-            return {static_cast<std::size_t>(position.base() - textBegin_.base()),
-                    static_cast<std::uint32_t>(at.line), static_cast<std::uint32_t>(at.column)};
+            return {static_cast<std::size_t>(position.base() - textBegin_.base()), 0, 0};
         } else {
-            // Without position tracking only the offset is known.
             return {static_cast<std::size_t>(position - textBegin_), 0, 0};
         }
     }
@@ -116,7 +115,6 @@ class SourceIndexRecorder {
     IndexedEntry entry_;
     // Indices into entry_.plurals of the invocations under way, outermost first.
     std::vector<std::size_t> openPlurals_;
-    std::unordered_map<std::u16string, std::size_t> firstDefinition_;
 };
 
 }  // namespace LocalizationManager::StringLocalizing::Parsing

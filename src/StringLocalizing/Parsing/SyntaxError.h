@@ -27,4 +27,17 @@ struct SyntaxError {
     std::u16string expected;
 };
 
+// The report of a syntax error, shared by every grammar of the engine. Four parts, each but
+// the last ending in a line feed:
+//   parse error at file F line L column C
+//   "<the whole current input line>"
+//   <C-1 blanks> ^- expecting <what was required> here
+// When the literal "=" was required, the line ends with a hint that an earlier quoted string
+// may be unterminated.
+std::u16string RenderParseErrorReport(const SyntaxError& error);
+
+// The report's last part after the caret: "expecting <what was required> here", with the hint
+// where the report has one.
+std::u16string RenderExpectation(const SyntaxError& error);
+
 }  // namespace LocalizationManager::StringLocalizing::Parsing

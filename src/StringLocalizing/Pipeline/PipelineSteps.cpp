@@ -20,7 +20,7 @@ Model::PluralFormRuleId PluralFormRuleIdOf(const localization_manager::Culture& 
 
 CulturePluralRules LoadPluralFormRules(IResourceProvider& resourceProvider,
                                        const localization_manager::Culture& culture) {
-    CulturePluralRules loaded{PluralFormRuleIdOf(culture), nullptr, {}};
+    CulturePluralRules loaded{PluralFormRuleIdOf(culture), nullptr, {}, {}};
     if (!resourceProvider.HasPluralFormRules(loaded.ruleId)) {
         loaded.rules = Model::CreatePluralFormRules();
         return loaded;
@@ -29,6 +29,7 @@ CulturePluralRules LoadPluralFormRules(IResourceProvider& resourceProvider,
     loaded.rules = Model::CreatePluralFormRules(
         loaded.ruleId, Parsing::ParsePluralRuleFile(ruleFile.text, ruleFile.path));
     loaded.ruleFilePath = std::move(ruleFile.path);
+    loaded.ruleFileText = std::move(ruleFile.text);
     return loaded;
 }
 

@@ -20,9 +20,10 @@ namespace LocalizationManager::StringLocalizing::Pipeline {
 struct CulturePluralRules {
     Model::PluralFormRuleId ruleId;
     boost::shared_ptr<Model::IPluralFormRules> rules;
-    // The rule file that replaced the built-in rule of ruleId; empty when the built-in rules
-    // hold.
+    // The rule file that replaced the built-in rule of ruleId, and its text; both empty when
+    // the built-in rules hold.
     std::u16string ruleFilePath;
+    std::u16string ruleFileText;
 };
 
 // The rule id of a culture: its language and its first subtag as qualifier.

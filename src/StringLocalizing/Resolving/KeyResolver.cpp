@@ -1,11 +1,8 @@
 #include "StringLocalizing/Resolving/KeyResolver.h"
 
+#include "StringLocalizing/Resolving/PluralFormCountException.h"
+#include "StringLocalizing/Resolving/UnexpandedReferenceException.h"
 #include "ulo/rtl/CodeContracts.h"
-#include "ulo/rtl/TextConversion.h"
-
-#include <boost/format.hpp>
-
-#include <stdexcept>
 
 namespace LocalizationManager::StringLocalizing::Resolving {
 
@@ -35,10 +32,7 @@ void KeyResolver::AppendResolved(const Model::Value& value, TextBuffer& text) co
                 text.Append(boost::get<std::u16string>(operand));
                 break;
             case 1:
-                throw std::logic_error(
-                    "Key reference found (" +
-                    ulo::WideToNarrowMessage(boost::get<Model::KeyRef>(operand).key) +
-                    "). Run compiler first");
+                throw UnexpandedReferenceException(boost::get<Model::KeyRef>(operand).key);
             case 2:
                 text.Append(paramResolver_->ResolveParam(boost::get<Model::Param>(operand).name));
                 break;
@@ -55,11 +49,7 @@ void KeyResolver::AppendPluralForm(const Model::PluralForm& invocation, TextBuff
     const std::uint16_t expected = pluralResolver_->GetPluralFormCount();
     const auto got = static_cast<std::uint16_t>(invocation.forms.size());
     if (expected != got) {
-        throw std::logic_error(
-            (boost::format(
-                 "Invalid plural form count (expected: %1%, got: %2%, discriminator: %3%)") %
-             expected % got % ulo::WideToNarrowMessage(invocation.param))
-                .str());
+        throw PluralFormCountException(expected, got, invocation.param);
     }
     // The plural resolver's index lies below its own form count, which equals the number of
     // forms here; at() still refuses a resolver that breaks that promise.

@@ -19,11 +19,10 @@ class KeyResolver : public IKeyResolver {
     KeyResolver(const boost::shared_ptr<IParamResolver>& paramResolver,
                 const boost::shared_ptr<IPluralResolver>& pluralResolver);
 
-    // Throws std::logic_error for a value that still holds a key reference ("Key reference
-    // found (<key>). Run compiler first") and for a plural form invocation whose number of
-    // forms is not the rule's ("Invalid plural form count (expected: E, got: G,
-    // discriminator: <param>)"); the discriminator is read before the counts are compared,
-    // so its errors come first. Errors of the resolvers propagate unchanged.
+    // Throws UnexpandedReferenceException for a value that still holds a key reference and
+    // PluralFormCountException for a plural form invocation whose number of forms is not the
+    // rule's (both std::logic_error); the discriminator is read before the counts are
+    // compared, so its errors come first. Errors of the resolvers propagate unchanged.
     std::u16string Resolve(const Model::Value& value) const override;
 
     // A value of one literal text gives a view of that text; any other is resolved into
