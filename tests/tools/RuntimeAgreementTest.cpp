@@ -37,8 +37,7 @@ struct Request {
 };
 
 // Every key a request for `scope` in `culture` can ask for: those of the scope's file and of
-// the culture's common texts. A file that does not parse gives its keys as the source map
-// finds them.
+// the culture's common texts. A file that does not parse gives the keys before its error.
 std::vector<Request> RequestsFor(const analysis::TreeModel& model, const std::string& scope,
                                  const std::string& culture) {
     std::vector<Request> requests;
@@ -49,7 +48,7 @@ std::vector<Request> RequestsFor(const analysis::TreeModel& model, const std::st
         if (path.empty()) {
             continue;
         }
-        for (const analysis::SourceEntry& entry : files.Get(path).Map().Entries()) {
+        for (const auto& entry : files.Get(path).Entries()) {
             requests.push_back({scope, culture, ulo::WideToUtf8(entry.key), {}});
         }
     }
@@ -61,10 +60,14 @@ std::vector<Request> RequestsFor(const analysis::TreeModel& model, const std::st
 std::vector<std::string> ParametersOf(const analysis::TreeModel& model) {
     std::set<std::string> names;
     analysis::LocFileCache files;
-    for (const analysis::LocFileEntry& entry : model.Inventory().locFiles) {
-        for (const analysis::SourceParameter& parameter :
-             files.Get(entry.path).Map().Parameters()) {
-            names.insert(ulo::WideToUtf8(parameter.name));
+    for (const analysis::LocFileEntry& file : model.Inventory().locFiles) {
+        for (const auto& entry : files.Get(file.path).Entries()) {
+            for (const auto& parameter : entry.parameters) {
+                names.insert(ulo::WideToUtf8(parameter.name));
+            }
+            for (const auto& plural : entry.plurals) {
+                names.insert(ulo::WideToUtf8(plural.parameter));
+            }
         }
     }
     return {names.begin(), names.end()};

@@ -65,14 +65,5 @@ TEST(LocFileTest, ReadAndParseErrorsAreTheRuntimes) {
     }
 }
 
-TEST(LocFileTest, ReadsThePositionOfAReport) {
-    const auto position = PositionOfReport(
-        "parse error at file /a line 2/b.lt line 12 column 7\n\"x\"\n      ^- expecting");
-    ASSERT_TRUE(position);
-    EXPECT_EQ(12, position->line);
-    EXPECT_EQ(7, position->column);
-    EXPECT_FALSE(PositionOfReport("duplicate key found (keys are case insensitive): 'a'"));
-}
-
 }  // namespace
 }  // namespace locmgr::analysis

@@ -1,10 +1,13 @@
 #include "CompileCheck.h"
 
+#include "StringLocalizing/Compiling/CompiledDictionaryProvider.h"
 #include "StringLocalizing/Compiling/CyclicReferenceException.h"
 #include "StringLocalizing/Compiling/ExpansionLimitException.h"
 #include "StringLocalizing/Compiling/ResourceCompiler.h"
 
 #include <boost/make_shared.hpp>
+
+#include <algorithm>
 
 namespace locmgr::analysis {
 
@@ -106,17 +109,47 @@ std::vector<Finding> Compile(const FileUse& use, Compiling::ResourceCompiler& co
     return findings;
 }
 
+bool HasReference(const Model::Value& value) {
+    return std::any_of(value.operands.begin(), value.operands.end(),
+                       [](const Model::Operand& operand) {
+                           return boost::get<Model::KeyRef>(&operand) != nullptr;
+                       });
+}
+
+// A copy of the entries that compiling changes: those with references. The others compile to
+// themselves and are read where they are, through a provider over the file's dictionary, so a
+// large file of plain texts is not held twice.
+struct CompilableCopy {
+    boost::shared_ptr<Model::ResourceDictionary> copy;
+    boost::shared_ptr<Compiling::IExpressionProvider> parent;
+};
+
+CompilableCopy CopyToCompile(const LocFile& file,
+                             const boost::shared_ptr<Compiling::IExpressionProvider>& parent) {
+    CompilableCopy compilable{boost::make_shared<Model::ResourceDictionary>(), parent};
+    if (file.Dictionary()) {
+        for (const auto& entry : *file.Dictionary()) {
+            if (HasReference(entry.second)) {
+                compilable.copy->insert(compilable.copy->end(), entry);
+            }
+        }
+        compilable.parent =
+            boost::make_shared<Compiling::CompiledDictionaryProvider>(file.Dictionary(), parent);
+    }
+    return compilable;
+}
+
 }  // namespace
 
 CommonCompilation::CommonCompilation(const FileUse& common) {
-    auto compiler =
-        boost::make_shared<Compiling::ResourceCompiler>(boost::make_shared<SilentRoot>());
-    auto copy = boost::make_shared<Model::ResourceDictionary>();
-    if (common.file != nullptr && common.file->Dictionary()) {
-        *copy = *common.file->Dictionary();
-        findings_ = Compile(common, *compiler, copy);
+    const boost::shared_ptr<Compiling::IExpressionProvider> root = boost::make_shared<SilentRoot>();
+    const CompilableCopy compilable =
+        common.file != nullptr ? CopyToCompile(*common.file, root) : CompilableCopy{nullptr, root};
+    auto compiler = boost::make_shared<Compiling::ResourceCompiler>(compilable.parent);
+    if (compilable.copy) {
+        findings_ = Compile(common, *compiler, compilable.copy);
     } else {
-        compiler->Compile(copy);
+        compiler->Compile(boost::make_shared<Model::ResourceDictionary>());
     }
     parent_ = boost::make_shared<ShieldedParent>(compiler);
 }
@@ -125,9 +158,9 @@ std::vector<Finding> CheckCompilation(const FileUse& use, const CommonCompilatio
     if (!use.file->Dictionary()) {
         return {};
     }
-    Compiling::ResourceCompiler compiler(common.Parent());
-    return Compile(use, compiler,
-                   boost::make_shared<Model::ResourceDictionary>(*use.file->Dictionary()));
+    const CompilableCopy compilable = CopyToCompile(*use.file, common.Parent());
+    Compiling::ResourceCompiler compiler(compilable.parent);
+    return Compile(use, compiler, compilable.copy);
 }
 
 }  // namespace locmgr::analysis

@@ -24,7 +24,7 @@ std::map<std::u16string, std::string> KeysOf(const LocFile* file) {
         return keys;
     }
     for (const auto& entry : *file->Dictionary()) {
-        const SourceEntry* source = file->Map().FindEntry(entry.first);
+        const LocFile::IndexedEntry* source = file->FindEntry(entry.first);
         keys.emplace(entry.first,
                      ulo::WideToNarrowMessage(source != nullptr ? source->key : entry.first));
     }

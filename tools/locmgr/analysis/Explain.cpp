@@ -3,9 +3,13 @@
 #include "CultureFolder.h"
 #include "CultureNames.h"
 #include "StringLocalizing/Model/KeyCase.h"
+#include "StringLocalizing/Model/KeyNotFoundException.h"
 #include "StringLocalizing/Model/LanguageName.h"
 #include "StringLocalizing/Model/ValueFormat.h"
+#include "StringLocalizing/Parsing/DuplicateKeyException.h"
 #include "StringLocalizing/Pipeline/PipelineSteps.h"
+#include "StringLocalizing/Resolving/PluralFormCountException.h"
+#include "StringLocalizing/Resolving/UnexpandedReferenceException.h"
 #include "ValueWalk.h"
 #include "ulo/ResultCode.h"
 #include "ulo/rtl/MessageError.h"
@@ -21,7 +25,9 @@ namespace locmgr::analysis {
 namespace {
 
 namespace Model = LocalizationManager::StringLocalizing::Model;
+namespace Parsing = LocalizationManager::StringLocalizing::Parsing;
 namespace Pipeline = LocalizationManager::StringLocalizing::Pipeline;
+namespace Resolving = LocalizationManager::StringLocalizing::Resolving;
 
 constexpr std::size_t kSamplesPerForm = 8;
 
@@ -62,21 +68,10 @@ std::vector<ExplainedOperand> Operands(const Model::Value& value) {
     return operands;
 }
 
-// The entry as it stands in the file, without the comments and blank lines after it.
-std::string Definition(const LocFile& file, const SourceEntry& entry) {
-    std::u16string text = file.Text().substr(entry.offset, entry.end - entry.offset);
-    while (!text.empty()) {
-        const std::size_t lineStart = text.find_last_of(u"\r\n", text.size() - 1);
-        const std::size_t start = lineStart == std::u16string::npos ? 0 : lineStart + 1;
-        const std::u16string line = text.substr(start);
-        const std::size_t first = line.find_first_not_of(u" \t\r\n");
-        if (start > 0 && (first == std::u16string::npos || line[first] == u';')) {
-            text.erase(lineStart);
-        } else {
-            break;
-        }
-    }
-    return Narrow(text);
+// The entry as it stands in the file, from its key to the end of its value.
+std::string Definition(const LocFile& file, const LocFile::IndexedEntry& entry) {
+    return Narrow(file.Text().substr(entry.span.begin.offset,
+                                     entry.span.end.offset - entry.span.begin.offset));
 }
 
 // Compiles the culture's common texts and the scope's texts as the runtime's pipeline does,
@@ -132,9 +127,10 @@ void ExplainKey(Explanation& explanation, const LocFile* scopeFile, const LocFil
             explanation.problems.push_back(
                 Narrow(file->Path()) + ": " +
                 (!file->ReadError().empty() ? file->ReadError()
-                 : file->ParseError()       ? file->ParseError()->report
-                                            : "duplicate key found (keys are case insensitive): '" +
-                                            Narrow(file->Duplicates().front().lowerKey) + "'"));
+                 : file->ParseError()
+                     ? file->ParseError()->report
+                     : Parsing::DuplicateKeyException(file->Duplicates().front().lowerKey)
+                           .Message()));
         }
     }
     const KeyCompilation compilation(scopeFile, commonFile);
@@ -146,13 +142,13 @@ void ExplainKey(Explanation& explanation, const LocFile* scopeFile, const LocFil
     bool inScope = false;
     const Model::Value* value = compilation.Find(lowerKey, inScope);
     if (value == nullptr) {
-        explanation.problems.push_back("Key '" + Narrow(lowerKey) + "' not found");
+        explanation.problems.push_back(Model::KeyNotFoundException(lowerKey).Message());
         return;
     }
     const LocFile* definingFile = inScope ? scopeFile : commonFile;
     explanation.definedIn = definingFile->Path();
-    if (const SourceEntry* entry = definingFile->Map().FindEntry(lowerKey)) {
-        explanation.position = entry->position;
+    if (const LocFile::IndexedEntry* entry = definingFile->FindEntry(lowerKey)) {
+        explanation.position = definingFile->PositionOf(entry->keySpan.begin);
         explanation.definition = Definition(*definingFile, *entry);
     }
     explanation.operands = Operands(*value);
@@ -168,16 +164,18 @@ void ExplainKey(Explanation& explanation, const LocFile* scopeFile, const LocFil
     }
     for (const Model::PluralForm* plural : PluralInvocations(*value)) {
         if (plural->forms.size() != explanation.rule.FormCount()) {
-            explanation.problems.push_back("Invalid plural form count (expected: " +
-                                           std::to_string(explanation.rule.FormCount()) +
-                                           ", got: " + std::to_string(plural->forms.size()) +
-                                           ", discriminator: " + Narrow(plural->param) + ")");
+            explanation.problems.push_back(
+                Resolving::PluralFormCountException(
+                    static_cast<std::uint16_t>(explanation.rule.FormCount()),
+                    static_cast<std::uint16_t>(plural->forms.size()), plural->param)
+                    .what());
         }
     }
     for (const ReferenceUse& reference : References(*value)) {
         if (reference.insidePlural) {
-            explanation.problems.push_back("Key reference found (" + Narrow(reference.key) +
-                                           "). Run compiler first (when that form is chosen)");
+            explanation.problems.push_back(
+                std::string(Resolving::UnexpandedReferenceException(reference.key).what()) +
+                " (when that form is chosen)");
         }
     }
 }

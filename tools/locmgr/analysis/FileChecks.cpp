@@ -1,15 +1,11 @@
 #include "FileChecks.h"
 
+#include "StringLocalizing/Parsing/DuplicateKeyException.h"
+#include "StringLocalizing/Resolving/UnexpandedReferenceException.h"
 #include "ValueWalk.h"
 #include "ulo/rtl/TextConversion.h"
 
 namespace locmgr::analysis {
-
-std::string Expectation(const std::string& report) {
-    // The last line reads "   ^- expecting X here"; a report without position is one line.
-    const std::size_t caret = report.rfind("^- ");
-    return caret == std::string::npos ? report : report.substr(caret + 3);
-}
 
 std::vector<Finding> CheckLoading(const FileUse& use) {
     const LocFile& file = *use.file;
@@ -21,16 +17,17 @@ std::vector<Finding> CheckLoading(const FileUse& use) {
     }
     for (const DuplicateDefinition& duplicate : file.Duplicates()) {
         // The runtime's own message, with the positions it does not give.
-        findings.push_back(FindingAt(FindingKind::kDuplicateKey, use, duplicate.second,
-                                     ulo::WideToNarrowMessage(duplicate.writtenKey),
-                                     "duplicate key found (keys are case insensitive): '" +
-                                         ulo::WideToNarrowMessage(duplicate.lowerKey) +
-                                         "' (first defined at line " +
-                                         std::to_string(duplicate.first.line) + ")"));
+        findings.push_back(
+            FindingAt(FindingKind::kDuplicateKey, use, duplicate.second,
+                      ulo::WideToNarrowMessage(duplicate.writtenKey),
+                      LocalizationManager::StringLocalizing::Parsing::DuplicateKeyException(
+                          duplicate.lowerKey)
+                              .Message() +
+                          " (first defined at line " + std::to_string(duplicate.first.line) + ")"));
     }
     if (const auto& failure = file.ParseError()) {
-        Finding finding = FindingAt(FindingKind::kParseError, use, failure->position, "",
-                                    Expectation(failure->report));
+        Finding finding =
+            FindingAt(FindingKind::kParseError, use, failure->position, "", failure->expectation);
         finding.report = failure->report;
         findings.push_back(finding);
     }
@@ -43,16 +40,15 @@ std::vector<Finding> CheckReferencesInPlurals(const FileUse& use) {
     if (!file.Dictionary()) {
         return findings;
     }
-    const SourceMap& map = file.Map();
     for (const auto& [key, value] : *file.Dictionary()) {
-        const SourceEntry* entry = map.FindEntry(key);
-        // The map lists the references of an entry in text order, as the walk does; the
-        // n-th reference inside braces there is the n-th one here.
-        std::vector<const SourceReference*> inside;
+        const LocFile::IndexedEntry* entry = file.FindEntry(key);
+        // The engine records the references of an entry in text order, as the walk meets
+        // them; the n-th reference inside braces there is the n-th one here.
+        std::vector<const LocalizationManager::StringLocalizing::Parsing::IndexedReference*> inside;
         if (entry != nullptr) {
-            for (std::size_t index = entry->firstReference; index < entry->endReference; ++index) {
-                if (map.References()[index].pluralDepth > 0) {
-                    inside.push_back(&map.References()[index]);
+            for (const auto& reference : entry->references) {
+                if (reference.pluralDepth > 0) {
+                    inside.push_back(&reference);
                 }
             }
         }
@@ -61,17 +57,20 @@ std::vector<Finding> CheckReferencesInPlurals(const FileUse& use) {
             if (!reference.insidePlural) {
                 continue;
             }
-            const TextPosition position = seen < inside.size() ? inside[seen]->position
-                                          : entry != nullptr   ? entry->position
-                                                               : TextPosition{0, 0, 0};
+            const TextPosition position = seen < inside.size()
+                                              ? file.PositionOf(inside[seen]->span.begin)
+                                              : EntryPosition(file, key);
             ++seen;
             const std::string name = ulo::WideToNarrowMessage(reference.key);
             findings.push_back(FindingAt(
                 FindingKind::kReferenceInPlural, use, position, WrittenKey(*use.file, key),
                 "reference '" + name +
                     "' inside a plural invocation is never expanded: the text fails "
-                    "whenever this form is chosen (Key reference found (" +
-                    name + "). Run compiler first)"));
+                    "whenever this form is chosen (" +
+                    LocalizationManager::StringLocalizing::Resolving::UnexpandedReferenceException(
+                        reference.key)
+                        .what() +
+                    ")"));
         }
     }
     return findings;

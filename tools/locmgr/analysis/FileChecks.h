@@ -13,10 +13,6 @@ namespace locmgr::analysis {
 // unreadable-file, parse-error and duplicate-key findings.
 std::vector<Finding> CheckLoading(const FileUse& use);
 
-// What a parse error report says was expected ("expecting \";\" here"), or the whole report
-// when it has no caret line (a duplicate key).
-std::string Expectation(const std::string& report);
-
 // reference-in-plural findings.
 std::vector<Finding> CheckReferencesInPlurals(const FileUse& use);
 

@@ -22,8 +22,8 @@ Finding FindingAt(FindingKind kind, const FileUse& use, const TextPosition& posi
 }
 
 TextPosition EntryPosition(const LocFile& file, const std::u16string& lowerKey) {
-    const SourceEntry* entry = file.Map().FindEntry(lowerKey);
-    return entry != nullptr ? entry->position : TextPosition{0, 0, 0};
+    const LocFile::IndexedEntry* entry = file.FindEntry(lowerKey);
+    return entry != nullptr ? file.PositionOf(entry->keySpan.begin) : TextPosition{0, 0, 0};
 }
 
 }  // namespace locmgr::analysis
@@ -31,7 +31,7 @@ TextPosition EntryPosition(const LocFile& file, const std::u16string& lowerKey) 
 namespace locmgr::analysis {
 
 std::string WrittenKey(const LocFile& file, const std::u16string& lowerKey) {
-    const SourceEntry* entry = file.Map().FindEntry(lowerKey);
+    const LocFile::IndexedEntry* entry = file.FindEntry(lowerKey);
     return ulo::WideToNarrowMessage(entry != nullptr ? entry->key : lowerKey);
 }
 

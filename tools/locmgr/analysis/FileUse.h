@@ -22,11 +22,11 @@ struct FileUse {
 Finding FindingAt(FindingKind kind, const FileUse& use, const TextPosition& position,
                   const std::string& key, const std::string& message);
 
-// The position of an entry's key in the file, or line 0 when the map does not know the key.
+// The position of an entry's key in the file, or line 0 when the file does not define it.
 TextPosition EntryPosition(const LocFile& file, const std::u16string& lowerKey);
 
-// A key as the file writes it ("windowTitle"), for messages; the lower-cased key when the map
-// does not know it.
+// A key as the file writes it ("windowTitle"), for messages; the lower-cased key when the
+// file does not define it.
 std::string WrittenKey(const LocFile& file, const std::u16string& lowerKey);
 
 }  // namespace locmgr::analysis

@@ -3,6 +3,8 @@
 #include "File/FileStream.h"
 #include "StringLocalizing/Parsing/ParseLocFile.h"
 #include "StringLocalizing/Parsing/ParsingException.h"
+#include "ulo/rtl/MessageError.h"
+#include "ulo/rtl/TextConversion.h"
 
 #include <boost/make_shared.hpp>
 
@@ -11,7 +13,6 @@
 #include <exception>
 #include <mutex>
 #include <new>
-#include <set>
 #include <thread>
 
 namespace locmgr::analysis {
@@ -21,120 +22,69 @@ namespace {
 namespace Model = LocalizationManager::StringLocalizing::Model;
 namespace Parsing = LocalizationManager::StringLocalizing::Parsing;
 
-constexpr char kDuplicateMessage[] = "duplicate key found";
-
-// The text with the entries at `offsets` (up to where the next entry begins) replaced by
-// blanks. Line breaks are kept, so every later position stays where it was.
-std::u16string Blanked(const std::u16string& text,
-                       const std::vector<std::pair<std::size_t, std::size_t>>& ranges) {
-    std::u16string blanked = text;
-    for (const auto& [begin, end] : ranges) {
-        for (std::size_t offset = begin; offset < end && offset < blanked.size(); ++offset) {
-            if (blanked[offset] != u'\n' && blanked[offset] != u'\r') {
-                blanked[offset] = u' ';
-            }
-        }
+std::u16string ReadText(const std::u16string& path, std::string& readError) {
+    try {
+        return LocalizationManager::File::GetFileContent(path);
+    } catch (const std::bad_alloc&) {
+        throw;
+    } catch (const std::exception& error) {
+        readError = ulo::FullMessage(error);
+        return std::u16string();
     }
-    return blanked;
-}
-
-bool ReadInt(const std::string& text, std::size_t at, int& value) {
-    std::size_t position = at;
-    long long number = 0;
-    while (position < text.size() && text[position] >= '0' && text[position] <= '9' &&
-           number < 1000000000) {
-        number = number * 10 + (text[position] - '0');
-        ++position;
-    }
-    value = static_cast<int>(number);
-    return position > at;
 }
 
 }  // namespace
 
-std::optional<TextPosition> PositionOfReport(const std::string& report) {
-    const std::string firstLine = report.substr(0, report.find('\n'));
-    if (firstLine.rfind("parse error at file ", 0) != 0) {
-        return std::nullopt;
-    }
-    // From the end: the file name itself may hold " line ".
-    const std::size_t column = firstLine.rfind(" column ");
-    const std::size_t line =
-        column == std::string::npos ? column : firstLine.rfind(" line ", column);
-    TextPosition position;
-    if (line == std::string::npos || !ReadInt(firstLine, line + 6, position.line) ||
-        !ReadInt(firstLine, column + 8, position.column)) {
-        return std::nullopt;
-    }
-    position.unitColumn = position.column;
-    return position;
-}
-
-LocFile::LocFile(const std::u16string& path) : path_(path) {
-    try {
-        text_ = LocalizationManager::File::GetFileContent(path);
-    } catch (const std::bad_alloc&) {
-        throw;
-    } catch (const std::exception& error) {
-        readError_ = error.what();
-    }
-    map_ = std::make_unique<SourceMap>(text_);
+LocFile::LocFile(const std::u16string& path)
+    : path_(path), text_(ReadText(path, readError_)), lines_(text_) {
     if (readError_.empty()) {
         Parse();
     }
 }
 
-ParseFailure LocFile::FailureOf(const std::string& report) const {
-    ParseFailure failure{report, {0, 0, 0}};
-    if (const auto position = PositionOfReport(report)) {
-        failure.position = *position;
-        failure.position.unitColumn = UnitColumnOf(text_, position->line, position->column);
-    }
-    return failure;
-}
-
 void LocFile::Parse() {
     auto dictionary = boost::make_shared<Model::ResourceDictionary>();
-    std::string duplicateReport;
     try {
-        Parsing::ParseLocFile(text_, path_, *dictionary);
-        dictionary_ = dictionary;
-        return;
+        // One parse gives the runtime's verdict, every duplicate and where everything stands.
+        Parsing::ParseLocFileIndexed(text_, path_, *dictionary, index_);
     } catch (const Parsing::ParsingException& error) {
-        duplicateReport = error.what();
-        if (duplicateReport.rfind(kDuplicateMessage, 0) != 0) {
-            parseError_ = FailureOf(duplicateReport);
-            return;
+        const Parsing::SyntaxError* syntax = error.Syntax();
+        ParseFailure failure{std::string(ulo::FullMessage(error)), {}, {0, 0, 0}};
+        if (syntax != nullptr) {
+            failure.expectation = ulo::WideToNarrowMessage(Parsing::RenderExpectation(*syntax));
+            failure.position =
+                lines_.PositionOf({syntax->offset, static_cast<std::uint32_t>(syntax->line),
+                                   static_cast<std::uint32_t>(syntax->column)});
         }
+        parseError_ = std::move(failure);
     }
-    // Duplicates: all of them, from the map, and then the rest of the file with every second
-    // definition left out, so that one run reports what the runtime would report one fix at a
-    // time.
-    std::map<std::u16string, const SourceEntry*> firstDefinitions;
-    std::vector<std::pair<std::size_t, std::size_t>> repeated;
-    for (const SourceEntry& entry : map_->Entries()) {
-        const auto [first, inserted] = firstDefinitions.emplace(entry.lowerKey, &entry);
-        if (!inserted) {
-            duplicates_.push_back(
-                {entry.lowerKey, entry.key, first->second->position, entry.position});
-            repeated.emplace_back(entry.offset, entry.end);
-        }
-    }
-    if (duplicates_.empty()) {
-        // The map did not see what the parser saw; report the parser's words alone.
-        parseError_ = ParseFailure{duplicateReport, {0, 0, 0}};
-        return;
-    }
-    dictionary = boost::make_shared<Model::ResourceDictionary>();
-    try {
-        Parsing::ParseLocFile(Blanked(text_, repeated), path_, *dictionary);
+    if (!parseError_) {
         dictionary_ = dictionary;
-    } catch (const Parsing::ParsingException& error) {
-        const std::string report = error.what();
-        if (report.rfind(kDuplicateMessage, 0) != 0) {
-            parseError_ = FailureOf(report);
-        }
     }
+    for (const Parsing::DuplicateDefinition& duplicate : index_.duplicates) {
+        duplicates_.push_back({duplicate.lowerKey, duplicate.writtenKey,
+                               lines_.PositionOf(duplicate.firstKey.begin),
+                               lines_.PositionOf(duplicate.secondKey.begin)});
+    }
+    entriesByKey_.resize(index_.entries.size());
+    for (std::uint32_t entry = 0; entry < entriesByKey_.size(); ++entry) {
+        entriesByKey_[entry] = entry;
+    }
+    std::stable_sort(entriesByKey_.begin(), entriesByKey_.end(),
+                     [this](std::uint32_t left, std::uint32_t right) {
+                         return index_.entries[left].lowerKey < index_.entries[right].lowerKey;
+                     });
+}
+
+const LocFile::IndexedEntry* LocFile::FindEntry(const std::u16string& lowerKey) const {
+    const auto found = std::lower_bound(entriesByKey_.begin(), entriesByKey_.end(), lowerKey,
+                                        [this](std::uint32_t entry, const std::u16string& key) {
+                                            return index_.entries[entry].lowerKey < key;
+                                        });
+    if (found == entriesByKey_.end() || index_.entries[*found].lowerKey != lowerKey) {
+        return nullptr;
+    }
+    return &index_.entries[*found];
 }
 
 void LocFileCache::Load(const std::vector<std::u16string>& paths, unsigned threads,

@@ -1,14 +1,15 @@
 #pragma once
 
 // One localization file as the runtime reads it: decoded by the runtime's file reader and
-// parsed by the engine's parser, with the positions of its parts (SourceMap) for the checks.
+// parsed by the engine's parser, which also records where each part of the file stands.
 
-#include "SourceMap.h"
 #include "StringLocalizing/Model/ResourceDictionary.h"
+#include "StringLocalizing/Parsing/SourceIndex.h"
 #include "TextPosition.h"
 
 #include <boost/shared_ptr.hpp>
 
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <memory>
@@ -20,9 +21,9 @@ namespace locmgr::analysis {
 
 // A parse error as the runtime reports it.
 struct ParseFailure {
-    std::string report;  // the ParsingException's message, exactly
-    // From the report's first line; line 0 when it names no position.
-    TextPosition position{0, 0, 0};
+    std::string report;       // the ParsingException's message, exactly
+    std::string expectation;  // "expecting <value> here", as the report ends
+    TextPosition position;
 };
 
 struct DuplicateDefinition {
@@ -32,25 +33,22 @@ struct DuplicateDefinition {
     TextPosition second;
 };
 
-// The position of a parse error report ("parse error at file P line L column C" on its first
-// line), or nothing when the report has none.
-std::optional<TextPosition> PositionOfReport(const std::string& report);
-
 class LocFile {
   public:
+    using IndexedEntry = LocalizationManager::StringLocalizing::Parsing::IndexedEntry;
+    using SourcePoint = LocalizationManager::StringLocalizing::Parsing::SourcePoint;
+
     // Reads and parses `path`; never throws for a bad file, only for a lack of memory.
     explicit LocFile(const std::u16string& path);
 
     const std::u16string& Path() const { return path_; }
     const std::u16string& Text() const { return text_; }
-
     // Why the file could not be read (the runtime's message), or empty.
     const std::string& ReadError() const { return readError_; }
-    // The first syntax error, as the runtime reports it.
+    // The syntax error the runtime stops at.
     const std::optional<ParseFailure>& ParseError() const { return parseError_; }
     // Every key defined more than once; the runtime stops at the first.
     const std::vector<DuplicateDefinition>& Duplicates() const { return duplicates_; }
-
     // Whether the runtime can load this file at all.
     bool Loadable() const { return readError_.empty() && !parseError_ && duplicates_.empty(); }
 
@@ -60,20 +58,27 @@ class LocFile {
     Dictionary() const {
         return dictionary_;
     }
-    const SourceMap& Map() const { return *map_; }
+
+    // Where the entries stand, in file order, second definitions included.
+    const std::vector<IndexedEntry>& Entries() const { return index_.entries; }
+    // The first definition of `lowerKey`, or nullptr.
+    const IndexedEntry* FindEntry(const std::u16string& lowerKey) const;
+    TextPosition PositionOf(const SourcePoint& point) const { return lines_.PositionOf(point); }
 
   private:
     void Parse();
-    ParseFailure FailureOf(const std::string& report) const;
 
     std::u16string path_;
+    std::string readError_;  // filled while text_ is read
     std::u16string text_;
-    std::string readError_;
     std::optional<ParseFailure> parseError_;
     std::vector<DuplicateDefinition> duplicates_;
     boost::shared_ptr<const LocalizationManager::StringLocalizing::Model::ResourceDictionary>
         dictionary_;
-    std::unique_ptr<SourceMap> map_;
+    LocalizationManager::StringLocalizing::Parsing::SourceIndex index_;
+    // Indices into index_.entries in the order of their keys, each key's first definition first.
+    std::vector<std::uint32_t> entriesByKey_;
+    LineStarts lines_;
 };
 
 // Every file read once, however many cultures it serves.

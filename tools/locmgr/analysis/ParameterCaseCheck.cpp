@@ -21,6 +21,34 @@ std::u16string Lower(const std::u16string& name) {
     return lower;
 }
 
+namespace Parsing = LocalizationManager::StringLocalizing::Parsing;
+
+// "$name" where the file writes it: an external parameter or the discriminator of a plural
+// invocation.
+struct NamedParameter {
+    const std::u16string* name;
+    const Parsing::SourceSpan* span;
+    const Parsing::IndexedEntry* entry;
+};
+
+std::vector<NamedParameter> ParametersInTextOrder(const LocFile& file) {
+    std::vector<NamedParameter> parameters;
+    for (const Parsing::IndexedEntry& entry : file.Entries()) {
+        const std::size_t first = parameters.size();
+        for (const Parsing::IndexedParameter& parameter : entry.parameters) {
+            parameters.push_back({&parameter.name, &parameter.span, &entry});
+        }
+        for (const Parsing::IndexedPlural& plural : entry.plurals) {
+            parameters.push_back({&plural.parameter, &plural.parameterSpan, &entry});
+        }
+        std::sort(parameters.begin() + static_cast<std::ptrdiff_t>(first), parameters.end(),
+                  [](const NamedParameter& left, const NamedParameter& right) {
+                      return left.span->begin.offset < right.span->begin.offset;
+                  });
+    }
+    return parameters;
+}
+
 }  // namespace
 
 ParameterSpellings SpellingsOf(const LocFile& file) {
@@ -64,22 +92,19 @@ std::vector<Finding> CheckParameterCase(const FileUse& use,
         return findings;
     }
     std::set<std::u16string> reported;
-    const SourceMap& map = use.file->Map();
-    for (const SourceParameter& parameter : map.Parameters()) {
-        const auto found = main.find(Lower(parameter.name));
-        if (found == main.end() || parameter.name == found->second ||
-            !reported.insert(parameter.name).second || own.count(found->first) == 0 ||
-            own.at(found->first).count(parameter.name) == 0) {
+    for (const NamedParameter& parameter : ParametersInTextOrder(*use.file)) {
+        const auto found = main.find(Lower(*parameter.name));
+        const std::u16string& name = *parameter.name;
+        if (found == main.end() || name == found->second || !reported.insert(name).second ||
+            own.count(found->first) == 0 || own.at(found->first).count(name) == 0) {
             continue;
         }
-        const std::string key = parameter.entry < map.Entries().size()
-                                    ? ulo::WideToNarrowMessage(map.Entries()[parameter.entry].key)
-                                    : std::string();
-        findings.push_back(FindingAt(FindingKind::kParameterCase, use, parameter.position, key,
-                                     "parameter '$" + ulo::WideToNarrowMessage(parameter.name) +
-                                         "' is also written '$" +
-                                         ulo::WideToNarrowMessage(found->second) +
-                                         "': the application is asked for both names"));
+        const std::string key = ulo::WideToNarrowMessage(parameter.entry->key);
+        findings.push_back(FindingAt(
+            FindingKind::kParameterCase, use, use.file->PositionOf(parameter.span->begin), key,
+            "parameter '$" + ulo::WideToNarrowMessage(name) + "' is also written '$" +
+                ulo::WideToNarrowMessage(found->second) +
+                "': the application is asked for both names"));
     }
     return findings;
 }

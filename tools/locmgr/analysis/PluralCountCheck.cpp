@@ -1,11 +1,14 @@
 #include "PluralCountCheck.h"
 
+#include "StringLocalizing/Resolving/PluralFormCountException.h"
 #include "ValueWalk.h"
 #include "ulo/rtl/TextConversion.h"
 
 #include <map>
 
 namespace locmgr::analysis {
+
+namespace Resolving = LocalizationManager::StringLocalizing::Resolving;
 
 namespace {
 
@@ -39,31 +42,31 @@ std::vector<Finding> CheckPluralFormCounts(const FileUse& use,
     if (!use.file->Dictionary() || rules.empty()) {
         return findings;
     }
-    const SourceMap& map = use.file->Map();
     const std::size_t expected = rules.front()->FormCount();
     const std::string rulesText = RulesText(rules);
     for (const auto& [key, value] : *use.file->Dictionary()) {
         const auto plurals = PluralInvocations(value);
-        const SourceEntry* entry = map.FindEntry(key);
+        const LocFile::IndexedEntry* entry = use.file->FindEntry(key);
         for (std::size_t index = 0; index < plurals.size(); ++index) {
             const std::size_t got = plurals[index]->forms.size();
             if (got == expected) {
                 continue;
             }
             // The n-th "{" of the entry is the n-th invocation of the pre-order walk.
-            TextPosition position{0, 0, 0};
-            if (entry != nullptr) {
-                position = entry->firstPlural + index < entry->endPlural
-                               ? map.Plurals()[entry->firstPlural + index].position
-                               : entry->position;
-            }
+            const TextPosition position =
+                entry != nullptr && index < entry->plurals.size()
+                    ? use.file->PositionOf(entry->plurals[index].span.begin)
+                    : EntryPosition(*use.file, key);
             const std::string discriminator = ulo::WideToNarrowMessage(plurals[index]->param);
             findings.push_back(FindingAt(
                 FindingKind::kPluralFormCount, use, position, WrittenKey(*use.file, key),
                 "plural invocation on $" + discriminator + " has " + Forms(got) + ", " + rulesText +
-                    Forms(expected) +
-                    " (Invalid plural form count (expected: " + std::to_string(expected) +
-                    ", got: " + std::to_string(got) + ", discriminator: " + discriminator + "))"));
+                    Forms(expected) + " (" +
+                    Resolving::PluralFormCountException(static_cast<std::uint16_t>(expected),
+                                                        static_cast<std::uint16_t>(got),
+                                                        plurals[index]->param)
+                        .what() +
+                    ")"));
         }
     }
     return findings;

@@ -34,7 +34,7 @@ struct RuleInForce {
 };
 
 // Never throws for a bad rule file; std::range_error for a language outside the table.
-RuleInForce RuleFor(const LocalizationManager::File::FileResourceProvider& provider,
+RuleInForce RuleFor(LocalizationManager::File::FileResourceProvider& provider,
                     const localization_manager::Culture& culture);
 
 // The rule id a culture's requests use.

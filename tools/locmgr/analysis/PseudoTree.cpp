@@ -40,7 +40,7 @@ std::string PseudoFileText(const LocFile& file, PseudoStyle style) {
     std::u16string text = u"; pseudo-localized (" + ulo::Utf8ToWide(StyleName(style)) + u") from " +
                           file.Path() + u"\n";
     for (const auto& [key, value] : *file.Dictionary()) {
-        const SourceEntry* entry = file.Map().FindEntry(key);
+        const LocFile::IndexedEntry* entry = file.FindEntry(key);
         text += entry != nullptr ? entry->key : key;
         text += u" = ";
         text += Model::FormatValue(PseudoValue(value, style));

@@ -1,5 +1,6 @@
 #include "ReferenceCheck.h"
 
+#include "StringLocalizing/Model/KeyNotFoundException.h"
 #include "ValueWalk.h"
 #include "ulo/rtl/TextConversion.h"
 
@@ -12,14 +13,15 @@ std::vector<Finding> CheckMissingReferences(const FileUse& use, const LocFile& c
     if (!dictionary || !commonDictionary) {
         return findings;
     }
-    const SourceMap& map = use.file->Map();
     for (const auto& [key, value] : *dictionary) {
-        const SourceEntry* entry = map.FindEntry(key);
-        std::vector<const SourceReference*> outside;
+        const LocFile::IndexedEntry* entry = use.file->FindEntry(key);
+        // The engine records an entry's references in text order, as the walk meets them.
+        std::vector<const LocalizationManager::StringLocalizing::Parsing::IndexedReference*>
+            outside;
         if (entry != nullptr) {
-            for (std::size_t index = entry->firstReference; index < entry->endReference; ++index) {
-                if (map.References()[index].pluralDepth == 0) {
-                    outside.push_back(&map.References()[index]);
+            for (const auto& reference : entry->references) {
+                if (reference.pluralDepth == 0) {
+                    outside.push_back(&reference);
                 }
             }
         }
@@ -33,9 +35,9 @@ std::vector<Finding> CheckMissingReferences(const FileUse& use, const LocFile& c
                 commonDictionary->count(reference.key) != 0) {
                 continue;
             }
-            const TextPosition position = index < outside.size() ? outside[index]->position
-                                          : entry != nullptr     ? entry->position
-                                                                 : TextPosition{0, 0, 0};
+            const TextPosition position = index < outside.size()
+                                              ? use.file->PositionOf(outside[index]->span.begin)
+                                              : EntryPosition(*use.file, key);
             const std::string name = ulo::WideToNarrowMessage(reference.key);
             const bool isCommon = &common == use.file;
             findings.push_back(FindingAt(
@@ -44,7 +46,11 @@ std::vector<Finding> CheckMissingReferences(const FileUse& use, const LocFile& c
                     (isCommon ? std::string("common.lt does not define")
                               : "neither this file nor " + ulo::WideToNarrowMessage(common.Path()) +
                                     " defines") +
-                    " (Key '" + name + "' not found)"));
+                    " (" +
+                    LocalizationManager::StringLocalizing::Model::KeyNotFoundException(
+                        reference.key)
+                        .Message() +
+                    ")"));
         }
     }
     return findings;

@@ -32,16 +32,8 @@ Finding RuleFinding(FindingKind kind, const std::u16string& path,
 
 // The last line that holds anything: where a missing last condition belongs.
 int LastLine(const std::u16string& text) {
-    PositionCounter counter(text);
-    int last = 1;
-    for (std::size_t offset = 0; offset < text.size(); ++offset) {
-        const char16_t unit = text[offset];
-        if (unit != u' ' && unit != u'\t' && unit != u'\r' && unit != u'\n') {
-            counter.AdvanceTo(offset);
-            last = counter.Position().line;
-        }
-    }
-    return last;
+    const std::size_t last = text.find_last_not_of(u" \t\r\n");
+    return last == std::u16string::npos ? 1 : LineStarts(text).LineOf(last);
 }
 
 }  // namespace
@@ -63,17 +55,22 @@ std::vector<Finding> CheckRuleFile(const std::u16string& path,
     try {
         entries = Parsing::ParsePluralRuleFile(text, path);
     } catch (const Parsing::ParsingException& error) {
-        const std::string report = error.what();
-        std::string message = Expectation(report);
+        const Parsing::SyntaxError* syntax = error.Syntax();
+        std::string message = syntax != nullptr
+                                  ? ulo::WideToNarrowMessage(Parsing::RenderExpectation(*syntax))
+                                  : std::string(ulo::FullMessage(error));
         if (static_cast<std::size_t>(std::count(text.begin(), text.end(), u';')) > kMaxConditions) {
             message += " (a rule file holds at most 5 conditions)";
         }
         Finding finding = RuleFinding(FindingKind::kRuleParseError, path, cultures, message);
-        finding.report = report;
-        if (const auto position = PositionOfReport(report)) {
-            finding.line = position->line;
-            finding.column = position->column;
-            finding.unitColumn = UnitColumnOf(text, position->line, position->column);
+        finding.report = ulo::FullMessage(error);
+        if (syntax != nullptr) {
+            const TextPosition position = LineStarts(text).PositionOf(
+                {syntax->offset, static_cast<std::uint32_t>(syntax->line),
+                 static_cast<std::uint32_t>(syntax->column)});
+            finding.line = position.line;
+            finding.column = position.column;
+            finding.unitColumn = position.unitColumn;
         }
         findings.push_back(finding);
         return findings;

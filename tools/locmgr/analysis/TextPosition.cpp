@@ -1,51 +1,34 @@
 #include "TextPosition.h"
 
+#include <algorithm>
+
 namespace locmgr::analysis {
 
-namespace {
-
-constexpr int kTabWidth = 4;
-
-}  // namespace
-
-void PositionCounter::Advance(std::size_t offset) {
-    if (offset != offset_ || offset_ >= text_.size()) {
-        return;
-    }
-    const char16_t unit = text_[offset_];
-    ++offset_;
-    if (unit == u'\n' || (unit == u'\r' && (offset_ >= text_.size() || text_[offset_] != u'\n'))) {
-        ++position_.line;
-        position_.column = 1;
-        position_.unitColumn = 1;
-        return;
-    }
-    if (unit == u'\r') {
-        // The line feed that follows ends this line.
-        return;
-    }
-    position_.column = unit == u'\t' ? ((position_.column - 1) / kTabWidth + 1) * kTabWidth + 1
-                                     : position_.column + 1;
-    ++position_.unitColumn;
-}
-
-void PositionCounter::AdvanceTo(std::size_t offset) {
-    while (offset_ < offset && offset_ < text_.size()) {
-        Advance(offset_);
-    }
-}
-
-int UnitColumnOf(const std::u16string& text, int line, int column) {
-    PositionCounter counter(text);
-    while (counter.Offset() < text.size()) {
-        const TextPosition& position = counter.Position();
-        if (position.line > line || (position.line == line && position.column >= column)) {
-            break;
+LineStarts::LineStarts(const std::u16string& text) {
+    starts_.push_back(0);
+    for (std::size_t offset = 0; offset < text.size(); ++offset) {
+        const char16_t unit = text[offset];
+        if (unit == u'\r' && offset + 1 < text.size() && text[offset + 1] == u'\n') {
+            ++offset;
         }
-        counter.Advance(counter.Offset());
+        if (unit == u'\r' || unit == u'\n') {
+            starts_.push_back(offset + 1);
+        }
     }
-    const TextPosition& position = counter.Position();
-    return position.line == line && position.column == column ? position.unitColumn : column;
+}
+
+TextPosition LineStarts::PositionOf(
+    const LocalizationManager::StringLocalizing::Parsing::SourcePoint& point) const {
+    if (point.line == 0 || point.line > starts_.size() || point.offset < starts_[point.line - 1]) {
+        return TextPosition{0, 0, 0};
+    }
+    return TextPosition{static_cast<int>(point.line), static_cast<int>(point.column),
+                        static_cast<int>(point.offset - starts_[point.line - 1] + 1)};
+}
+
+int LineStarts::LineOf(std::size_t offset) const {
+    return static_cast<int>(std::upper_bound(starts_.begin(), starts_.end(), offset) -
+                            starts_.begin());
 }
 
 }  // namespace locmgr::analysis

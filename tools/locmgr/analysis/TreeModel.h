@@ -33,7 +33,9 @@ class TreeModel {
               const std::vector<std::string>& extraCultureNames = {});
 
     const TreeInventory& Inventory() const { return inventory_; }
-    const LocalizationManager::File::FileResourceProvider& Provider() const { return *provider_; }
+    // The runtime's provider over the tree; immutable and safe for concurrent callers, so the
+    // pipeline's steps may use it from a const model.
+    LocalizationManager::File::FileResourceProvider& Provider() const { return *provider_; }
     // By name ("de", "en-US"), sorted.
     const std::map<std::string, localization_manager::Culture>& Cultures() const {
         return cultures_;
