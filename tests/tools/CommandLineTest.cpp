@@ -97,6 +97,33 @@ TEST(CommandLineTest, VersionIsTheProjectVersion) {
     EXPECT_EQ("locmgr " LM_VERSION "\n", result.out);
 }
 
+TEST(CommandLineTest, OptionsAndOperandsParseAsTheyAlwaysHave) {
+    const std::vector<std::string> get{"get", "--root", kRoot, "--culture", "en"};
+    const struct {
+        std::vector<std::string> more;
+        int exitStatus;
+        std::string out;
+    } cases[] = {
+        {{"--scope=download", "title"}, 0, "Download\n"},
+        // The last of a repeated option wins.
+        {{"--scope", "settings", "--scope", "download", "title"}, 0, "Download\n"},
+        // An empty value is a value, also after "=".
+        {{"--scope", "download", "--alt=", "title"}, 0, "Download\n"},
+        // After "--" everything is an operand.
+        {{"--scope", "download", "--", "title", "--root"}, 1, "Download\n"},
+        // The hidden option that collects the operands cannot be named.
+        {{"--scope", "download", "--operands", "title"}, 2, ""},
+    };
+    for (const auto& testCase : cases) {
+        std::vector<std::string> arguments = get;
+        arguments.insert(arguments.end(), testCase.more.begin(), testCase.more.end());
+        const ProcessResult result = Locmgr(arguments);
+        SCOPED_TRACE(result.err);
+        EXPECT_EQ(testCase.exitStatus, result.exitStatus);
+        EXPECT_EQ(testCase.out, result.out);
+    }
+}
+
 TEST(CommandLineTest, MistypedNamesGetTheNearestKnownOne) {
     const std::vector<std::string> get{"get",      "--root",    kRoot, "--scope",
                                        "download", "--culture", "en"};

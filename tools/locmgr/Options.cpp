@@ -80,14 +80,23 @@ po::variables_map ParseWithBoost(const std::vector<std::string>& arguments,
     // Without guessing, "--ro" is a mistake to point out, not a silent "--root".
     const int style =
         po::command_line_style::default_style & ~po::command_line_style::allow_guessing;
+    // The parsed options point into the description, which must outlive them.
+    const po::options_description description = ParsedOptions(specs);
     po::variables_map parsed;
     try {
-        po::store(po::command_line_parser(SplitEmptyValues(arguments, specs))
-                      .options(ParsedOptions(specs))
-                      .positional(positional)
-                      .style(style)
-                      .run(),
-                  parsed);
+        const po::parsed_options options =
+            po::command_line_parser(SplitEmptyValues(arguments, specs))
+                .options(description)
+                .positional(positional)
+                .style(style)
+                .run();
+        // The operands' hidden option is an option to Boost; typed by name, it is unknown.
+        for (const po::option& option : options.options) {
+            if (option.string_key == kOperandsKey && option.position_key == -1) {
+                throw UnknownOption(option.original_tokens.front(), specs);
+            }
+        }
+        po::store(options, parsed);
     } catch (const po::unknown_option& error) {
         throw UnknownOption(error.get_option_name(), specs);
     } catch (const po::invalid_command_line_syntax& error) {
