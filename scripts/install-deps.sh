@@ -5,9 +5,11 @@ set -euo pipefail
 
 packages=(
   g++ make cmake ninja-build python3
-  libboost-dev libgtest-dev libgmock-dev libbenchmark-dev nlohmann-json3-dev
+  libboost-dev libboost-program-options-dev libgtest-dev libgmock-dev libbenchmark-dev nlohmann-json3-dev
   # the benchmarks' comparison with GNU gettext (msgfmt) and ICU (headers, libraries, genrb)
   gettext libicu-dev icu-devtools
+  # the manual page of locmgr, made from its --help
+  help2man
   # fuzzing: clang with the libFuzzer and sanitizer runtimes
   clang libclang-rt-14-dev
 )

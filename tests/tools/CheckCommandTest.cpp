@@ -212,7 +212,7 @@ TEST(CheckCommandTest, EveryNewCommandExplainsItselfWithAnExample) {
     for (const std::string command : {"check", "coverage", "explain", "pseudo"}) {
         const ProcessResult result = Locmgr({command, "--help"});
         EXPECT_EQ(0, result.exitStatus) << command;
-        EXPECT_THAT(result.out, ::testing::StartsWith("usage: locmgr " + command)) << command;
+        EXPECT_THAT(result.out, ::testing::StartsWith("Usage: locmgr " + command)) << command;
         EXPECT_THAT(result.out, HasSubstr("\nExample:\n  locmgr " + command)) << command;
     }
     EXPECT_THAT(Locmgr({"--help"}).out, HasSubstr("  pseudo "));

@@ -10,6 +10,8 @@
 
 #include <chrono>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <string>
 
 namespace locmgr::testing {
@@ -114,6 +116,39 @@ TEST(FileReadingTest, EveryCommandReadsAsTheModuleDoes) {
         EXPECT_THAT(pseudo.out + pseudo.err,
                     HasSubstr(testCase.name + ".lt: not written: " + line));
     }
+}
+
+// "parse -" hands standard input to the same reading as a file: the same entries, the same
+// failure, only the name differs.
+TEST(FileReadingTest, StandardInputReadsAsAFile) {
+    const auto named = [](std::string text, const std::string& file) {
+        for (std::size_t at = text.find(file); at != std::string::npos; at = text.find(file)) {
+            text.replace(at, file.size(), "<stdin>");
+        }
+        return text;
+    };
+    for (const Case& testCase : kCases) {
+        TempTree tree;
+        const std::string relative = "neutral/Locs/" + testCase.name + ".lt";
+        testCase.make(tree, relative);
+        const std::filesystem::path file = tree.Path(relative);
+        if (!std::filesystem::is_regular_file(std::filesystem::symlink_status(file))) {
+            continue;
+        }
+        SCOPED_TRACE(testCase.name);
+        std::ifstream stream(file, std::ios::binary);
+        const std::string bytes{std::istreambuf_iterator<char>(stream), {}};
+
+        const ProcessResult fromFile = Locmgr({"parse", file.string()});
+        const ProcessResult fromInput = Locmgr({"parse", "-"}, bytes);
+        EXPECT_EQ(fromFile.exitStatus, fromInput.exitStatus);
+        EXPECT_EQ(named(fromFile.out, file.string()), fromInput.out);
+        EXPECT_EQ(named(fromFile.err, file.string()), fromInput.err);
+    }
+    // Read once only: a second "-" would silently read nothing.
+    const ProcessResult twice = Locmgr({"parse", "-", "-"}, "a = 'x'\n");
+    EXPECT_EQ(2, twice.exitStatus);
+    EXPECT_THAT(twice.err, HasSubstr("standard input ('-') can be read only once"));
 }
 
 }  // namespace

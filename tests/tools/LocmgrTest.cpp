@@ -228,7 +228,7 @@ TEST(LocmgrUsageTest, BadCommandLinesExitWithTwo) {
         std::vector<std::string> arguments;
         std::string message;
     } cases[] = {
-        {{}, "usage: locmgr"},
+        {{}, "Usage: locmgr"},
         {{"frobnicate"}, "unknown command 'frobnicate'"},
         {{"get", "--scope", "download", "--culture", "en", "title"}, "missing --root"},
         {with(get, {}), "no KEY given"},
@@ -258,7 +258,7 @@ TEST(LocmgrUsageTest, EveryCommandExplainsItselfWithAnExample) {
             Locmgr(command.empty() ? std::vector<std::string>{"--help"}
                                    : std::vector<std::string>{command, "--help"});
         EXPECT_EQ(0, result.exitStatus) << command;
-        EXPECT_THAT(result.out, StartsWith("usage: locmgr " + command)) << command;
+        EXPECT_THAT(result.out, StartsWith("Usage: locmgr " + command)) << command;
         EXPECT_THAT(result.out, HasSubstr("\nExample:\n")) << command;
         EXPECT_THAT(result.out.substr(result.out.find("\nExample:\n")),
                     HasSubstr("locmgr " + (command.empty() ? "get" : command)))

@@ -153,14 +153,12 @@ class Batch {
     std::map<LocalizerKey, Recent::iterator> index_;
 };
 
-const OptionSpec kMaxLocalizersOption{"--max-localizers", true};
-constexpr std::size_t kDefaultMaxLocalizers = 256;
+const OptionSpec kMaxLocalizersOption =
+    Valued("--max-localizers", "N", "keep at most N localizers at a time, N from 1 up")
+        .Default("256");
 
 // The value of --max-localizers: a decimal whole number from 1 up; throws UsageError otherwise.
 std::size_t MaxLocalizersOption(const Options& options) {
-    if (!options.Has(kMaxLocalizersOption.name)) {
-        return kDefaultMaxLocalizers;
-    }
     const std::string value = options.Value(kMaxLocalizersOption.name);
     std::size_t number = 0;
     const char* const end = value.data() + value.size();
@@ -177,7 +175,7 @@ bool IsBlank(const std::string& line) {
 }
 
 int Run(const Options& options) {
-    const std::string root = options.Required(kRootOption.name, "DIR");
+    const std::string root = options.Value(kRootOption.name);
     if (!options.Operands().empty()) {
         throw UsageError("batch reads its requests from standard input and takes no operands");
     }
@@ -214,9 +212,8 @@ int Run(const Options& options) {
 const Command kBatchCommand{
     "batch",
     "answer JSON Lines requests from standard input",
-    R"(usage: locmgr batch --root DIR [--alt DIR] [--max-localizers N] [--module PATH]
-
-Reads one JSON request per line from standard input and writes one JSON answer per request
+    "",
+    R"(Reads one JSON request per line from standard input and writes one JSON answer per request
 to standard output, flushed at once:
   request:  {"scope": S, "culture": NAME, "key": K, "params": {NAME: VALUE, ...}}
   answer:   {"ok": true, "text": T}
@@ -229,21 +226,14 @@ as it is; a whole number as its plain decimal digits, however it is written (100
 are skipped. The exit status is 1 when any request failed.
 
 A localizer is made for each scope and culture on first use and kept for later requests;
-of those, the N used most recently are kept (default 256), so that a run over many scopes
-and cultures stays within bounded memory. A localizer let go is made again when it is asked
-for, with the same answers.
-
-Options:
-  --root DIR            the localization directory
-  --alt DIR             an alternative directory, searched before the root
-  --max-localizers N    keep at most N localizers at a time, N from 1 up (default 256)
-  --module PATH         the module to load (default: the one beside locmgr)
-
-Example:
-  echo '{"scope": "download", "culture": "ru", "key": "status", "params": {"count": 3}}' |
-      locmgr batch --root examples/localization
+of those, the N used most recently are kept, so that a run over many scopes and cultures
+stays within bounded memory. A localizer let go is made again when it is asked for, with
+the same answers.
 )",
     {kRootOption, kAltOption, kMaxLocalizersOption, kModuleOption},
+    R"(  echo '{"scope": "download", "culture": "ru", "key": "status", "params": {"count": 3}}' |
+      locmgr batch --root examples/localization
+)",
     &Run,
 };
 

@@ -13,11 +13,11 @@ namespace locmgr {
 
 namespace {
 
-const OptionSpec kStrictOption{"--strict", false};
+const OptionSpec kStrictOption = Flag("--strict", "fail on warnings too");
 
 int Run(const Options& options) {
     analysis::CheckOptions check;
-    check.root = options.Required(kRootOption.name, "DIR");
+    check.root = options.Value(kRootOption.name);
     check.alternative = options.Value(kAltOption.name);
     check.extraCultures = options.Values(kCultureOption.name);
     const std::string format = FormatOption(options, {"text", "json", "sarif"});
@@ -55,10 +55,8 @@ int Run(const Options& options) {
 const Command kCheckCommand{
     "check",
     "find every problem of a localization tree before shipping",
-    R"(usage: locmgr check --root DIR [--alt DIR] [--culture NAME]... [--format text|json|sarif]
-                    [--strict]
-
-Checks a whole localization tree the way the module will read it, for every culture that has
+    "",
+    R"(Checks a whole localization tree the way the module will read it, for every culture that has
 a folder in the root or the alternative directory (and every culture given with --culture),
 and reports every problem at once, with file, line and column:
 
@@ -77,22 +75,19 @@ The texts of "neutral" are checked against the plural rule of every checked cult
 reads them. Nothing is loaded through the module; the module's own parser, compiler, plural
 rules and file search do the work, so what passes here is what the module accepts.
 
-Options:
-  --root DIR          the localization directory
-  --alt DIR           an alternative directory, searched before the root
-  --culture NAME      also check a culture that has no folder of its own (repeatable)
-  --format FORMAT     text (default), json (schema in docs/checking-translations.md) or
-                      sarif (SARIF 2.1.0, for code-scanning viewers)
-  --strict            fail on warnings too
-
 Exit status: 0 nothing is wrong, 1 errors were found (or, with --strict, warnings), 2 bad
 usage or an unreadable root directory.
-
-Example:
-  locmgr check --root examples/broken
+)",
+    {kRootOption, kAltOption,
+     kCultureOption.Describe("also check a culture that has no folder of its own")
+         .Repeatable()
+         .Optional(),
+     kFormatOption.Describe("text, json (schema in docs/checking-translations.md) or sarif "
+                            "(SARIF 2.1.0, for code-scanning viewers)"),
+     kStrictOption},
+    R"(  locmgr check --root examples/broken
   locmgr check --root examples/localization --alt examples/localization-alt --format sarif
 )",
-    {kRootOption, kAltOption, kCultureOption, kFormatOption, kStrictOption},
     &Run,
 };
 

@@ -20,7 +20,7 @@ bool ConvertCultureOrReport(ModuleSession& session, const std::string& name,
 }
 
 std::string FormatOption(const Options& options, const std::vector<std::string>& formats) {
-    const std::string format = options.Value(kFormatOption.name, formats.front());
+    const std::string format = options.Value(kFormatOption.name);
     std::string known;
     for (const std::string& candidate : formats) {
         if (candidate == format) {

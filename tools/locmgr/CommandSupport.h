@@ -4,6 +4,7 @@
 // culture name into a culture with a message a user understands.
 
 #include "ModuleSession.h"
+#include "OptionSpec.h"
 #include "Options.h"
 #include "localization_manager/Culture.h"
 
@@ -12,20 +13,27 @@
 
 namespace locmgr {
 
-const OptionSpec kModuleOption{"--module", true};
-const OptionSpec kRootOption{"--root", true};
-const OptionSpec kAltOption{"--alt", true};
-const OptionSpec kScopeOption{"--scope", true};
-const OptionSpec kCultureOption{"--culture", true};
-const OptionSpec kFormatOption{"--format", true};
+// The options several commands share, as most of them use them; a command that uses one
+// otherwise refines it (OptionSpec::Describe, Repeatable, Required).
+const OptionSpec kModuleOption =
+    Valued("--module", "PATH", "the module to load (default: the one beside locmgr)");
+const OptionSpec kRootOption = Valued("--root", "DIR", "the localization directory").Required();
+const OptionSpec kAltOption =
+    Valued("--alt", "DIR", "an alternative directory, searched before the root");
+const OptionSpec kScopeOption =
+    Valued("--scope", "SCOPE", "the scope (its texts are in Locs/SCOPE.lt)").Required();
+const OptionSpec kCultureOption =
+    Valued("--culture", "NAME", "a culture name: ru, en-US, sr-Latn, anz, ...").Required();
+const OptionSpec kFormatOption =
+    Valued("--format", "FORMAT", "text or json (schema in docs/checking-translations.md)")
+        .Default("text");
 
 // Converts `name` through the session's culture converter; on failure says so on standard
 // error and returns false.
 bool ConvertCultureOrReport(ModuleSession& session, const std::string& name,
                             localization_manager::Culture& culture);
 
-// The value of --format, which must be one of `formats` (the first is the default); throws
-// UsageError otherwise.
+// The value of --format, which must be one of `formats`; throws UsageError otherwise.
 std::string FormatOption(const Options& options, const std::vector<std::string>& formats);
 
 // Constructs the session's manager over --root and --alt; on failure reports and returns

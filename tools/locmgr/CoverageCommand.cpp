@@ -15,16 +15,18 @@ namespace locmgr {
 
 namespace {
 
-const OptionSpec kReferenceOption{"--reference", true};
+const OptionSpec kReferenceOption =
+    Valued("--reference", "CULTURE", "compare with this culture instead of \"neutral\"")
+        .Default(analysis::kNeutralFolder);
 
 int Run(const Options& options) {
-    const std::string root = options.Required(kRootOption.name, "DIR");
+    const std::string root = options.Value(kRootOption.name);
     const std::string alternative = options.Value(kAltOption.name);
     const std::string format = FormatOption(options, {"text", "json"});
     if (!options.Operands().empty()) {
         throw UsageError("coverage takes no operands");
     }
-    std::string reference = options.Value(kReferenceOption.name, analysis::kNeutralFolder);
+    std::string reference = options.Value(kReferenceOption.name);
     std::vector<std::string> extra;
     if (reference != analysis::kNeutralFolder) {
         // A culture name as an application writes it ("anz"), shown by its folder name.
@@ -57,9 +59,8 @@ int Run(const Options& options) {
 const Command kCoverageCommand{
     "coverage",
     "show which file serves each scope and which keys a culture lacks",
-    R"(usage: locmgr coverage --root DIR [--alt DIR] [--reference CULTURE] [--format text|json]
-
-For every culture that has a folder in the tree and every scope, shows the file the module
+    "",
+    R"(For every culture that has a folder in the tree and every scope, shows the file the module
 reads, the keys of the reference culture that it lacks (and which of them the culture's
 common.lt answers instead), the keys it has that the reference lacks, the binary resources of
 the reference that the culture has no version of its own for, and the root files that the
@@ -72,17 +73,9 @@ with the keys that are lost.
 
 The reference is "neutral" (the texts every culture falls back to) unless --reference names a
 culture. The exit status is 0 whatever the coverage; use "locmgr check" to fail a build.
-
-Options:
-  --root DIR           the localization directory
-  --alt DIR            an alternative directory, searched before the root
-  --reference CULTURE  compare with this culture instead of "neutral"
-  --format FORMAT      text (default) or json (schema in docs/checking-translations.md)
-
-Example:
-  locmgr coverage --root examples/localization --alt examples/localization-alt
 )",
     {kRootOption, kAltOption, kReferenceOption, kFormatOption},
+    "  locmgr coverage --root examples/localization --alt examples/localization-alt\n",
     &Run,
 };
 

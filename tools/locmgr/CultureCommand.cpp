@@ -45,19 +45,13 @@ int Run(const Options& options) {
 const Command kCultureCommand{
     "culture",
     "show how the module understands culture names",
-    R"(usage: locmgr culture [--module PATH] NAME...
-
-Converts each culture NAME through the module's culture converter and prints one line per
+    "NAME...",
+    R"(Converts each culture NAME through the module's culture converter and prints one line per
 name: the name, the language id, the language name, the first and the second subtag,
 separated by tabs. Grouped names stand for a language and a subtag ("anz" is en + au).
-
-Options:
-  --module PATH       the module to load (default: the one beside locmgr)
-
-Example:
-  locmgr culture ru en-US sr-Latn-RS anz
 )",
     {kModuleOption},
+    "  locmgr culture ru en-US sr-Latn-RS anz\n",
     &Run,
 };
 

@@ -13,9 +13,9 @@ namespace locmgr {
 namespace {
 
 int Run(const Options& options) {
-    const std::string root = options.Required(kRootOption.name, "DIR");
-    const std::string scope = options.Required(kScopeOption.name, "SCOPE");
-    const std::string culture = options.Required(kCultureOption.name, "NAME");
+    const std::string root = options.Value(kRootOption.name);
+    const std::string scope = options.Value(kScopeOption.name);
+    const std::string culture = options.Value(kCultureOption.name);
     const std::string format = FormatOption(options, {"text", "json"});
     if (options.Operands().size() != 1) {
         throw UsageError("explain needs exactly one KEY");
@@ -43,10 +43,8 @@ int Run(const Options& options) {
 const Command kExplainCommand{
     "explain",
     "show how the module finds and builds the text of a key",
-    R"(usage: locmgr explain --root DIR [--alt DIR] --scope SCOPE --culture NAME
-                      [--format text|json] KEY
-
-Shows, for one key of one scope in one culture, what the module does, without loading it:
+    "KEY",
+    R"(Shows, for one key of one scope in one culture, what the module does, without loading it:
   - the culture as the module understands the name, and the paths it tries for the common
     texts and for the scope's file, in order, with the one it reads;
   - the plural rule in force (built in, or which Plural.rule), its forms and numbers that
@@ -58,18 +56,11 @@ Shows, for one key of one scope in one culture, what the module does, without lo
   - what would make the request fail, in the module's words.
 
 The exit status is 1 when the request would fail whatever the parameters are.
-
-Options:
-  --root DIR          the localization directory
-  --alt DIR           an alternative directory, searched before the root
-  --scope SCOPE       the scope (the name of the .lt file)
-  --culture NAME      the culture, as the application names it ("de-AT", "anz")
-  --format FORMAT     text (default) or json
-
-Example:
-  locmgr explain --root examples/localization --scope download --culture ru status
 )",
-    {kRootOption, kAltOption, kScopeOption, kCultureOption, kFormatOption},
+    {kRootOption, kAltOption, kScopeOption,
+     kCultureOption.Describe("the culture, as the application names it (\"de-AT\", \"anz\")"),
+     kFormatOption.Describe("text or json")},
+    "  locmgr explain --root examples/localization --scope download --culture ru status\n",
     &Run,
 };
 

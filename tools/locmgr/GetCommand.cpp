@@ -16,8 +16,11 @@ namespace {
 
 namespace host = localization_manager::host;
 
-const OptionSpec kParamOption{"--param", true};
-const OptionSpec kNoResolverOption{"--no-resolver", false};
+const OptionSpec kParamOption =
+    Valued("--param", "NAME=VALUE", "the value of parameter $NAME; the last one given wins")
+        .Repeatable();
+const OptionSpec kNoResolverOption =
+    Flag("--no-resolver", "give the module no parameter resolver at all");
 
 std::vector<std::pair<std::string, std::string>> ParseParams(const Options& options) {
     std::vector<std::pair<std::string, std::string>> params;
@@ -35,9 +38,8 @@ std::vector<std::pair<std::string, std::string>> ParseParams(const Options& opti
 }
 
 int Run(const Options& options) {
-    options.Required(kRootOption.name, "DIR");
-    const std::string scope = options.Required(kScopeOption.name, "SCOPE");
-    const std::string cultureName = options.Required(kCultureOption.name, "NAME");
+    const std::string scope = options.Value(kScopeOption.name);
+    const std::string cultureName = options.Value(kCultureOption.name);
     const std::vector<std::string>& keys = options.Operands();
     if (keys.empty()) {
         throw UsageError("no KEY given");
@@ -86,28 +88,16 @@ int Run(const Options& options) {
 const Command kGetCommand{
     "get",
     "print the texts of keys",
-    R"(usage: locmgr get --root DIR [--alt DIR] --scope SCOPE --culture NAME
-                  [--param NAME=VALUE]... [--no-resolver] [--module PATH] KEY...
-
-Prints the text of each KEY (any case) of one scope in one culture, one text and a line feed
+    "KEY...",
+    R"(Prints the text of each KEY (any case) of one scope in one culture, one text and a line feed
 per key, in the order given. A key that fails prints nothing on standard output; the
 module's error line appears on standard error and the exit status is 1.
-
-Options:
-  --root DIR          the localization directory
-  --alt DIR           an alternative directory, searched before the root
-  --scope SCOPE       the scope to read (its texts are in Locs/SCOPE.lt)
-  --culture NAME      a culture name: ru, en-US, sr-Latn, anz, ...
-  --param NAME=VALUE  the value of parameter $NAME; the last one given wins
-  --no-resolver       give the module no parameter resolver at all
-  --module PATH       the module to load (default: the one beside locmgr)
-
-Example:
-  locmgr get --root examples/localization --scope download --culture ru \
-      --param count=3 --param folders=2 status summary
 )",
     {kRootOption, kAltOption, kScopeOption, kCultureOption, kParamOption, kNoResolverOption,
      kModuleOption},
+    R"(  locmgr get --root examples/localization --scope download --culture ru \
+      --param count=3 --param folders=2 status summary
+)",
     &Run,
 };
 

@@ -1,14 +1,17 @@
 #include "Commands.h"
 #include "File/FileStream.h"
+#include "StandardInput.h"
 #include "StringLocalizing/Model/ValueFormat.h"
 #include "StringLocalizing/Parsing/ParseLocFile.h"
 #include "StringLocalizing/Parsing/ParsingException.h"
 #include "ulo/rtl/TextConversion.h"
 
+#include <algorithm>
 #include <iostream>
 #include <new>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace locmgr {
 
@@ -17,13 +20,18 @@ namespace {
 namespace Model = LocalizationManager::StringLocalizing::Model;
 namespace Parsing = LocalizationManager::StringLocalizing::Parsing;
 
-// The file's text as the module reads it (File::GetFileContent): a FIFO, device or directory
-// is refused at once, malformed UTF-8 reads as U+FFFD, trailing NULs are dropped. On failure
-// says why on standard error, in the module's words, and returns false.
-bool ReadTextOrReport(const std::string& path, const std::u16string& widePath,
-                      std::u16string& text) {
+// The name that files read from standard input go by in the output and the reports.
+constexpr char kStandardInputLabel[] = "<stdin>";
+
+// The text of `operand` as the module reads a file (File::GetFileContent): a FIFO, device or
+// directory is refused at once, malformed UTF-8 reads as U+FFFD, trailing NULs are dropped;
+// "-" is standard input, decoded alike. On failure says why on standard error, in the
+// module's words, naming the file `path`, and returns false.
+bool ReadTextOrReport(const std::string& operand, const std::string& path,
+                      const std::u16string& widePath, std::u16string& text) {
     try {
-        text = LocalizationManager::File::GetFileContent(widePath);
+        text = operand == kStandardInputName ? ReadStandardInputText()
+                                             : LocalizationManager::File::GetFileContent(widePath);
         return true;
     } catch (const std::bad_alloc&) {
         throw;
@@ -35,11 +43,16 @@ bool ReadTextOrReport(const std::string& path, const std::u16string& widePath,
 }
 
 int Run(const Options& options) {
-    if (options.Operands().empty()) {
+    const std::vector<std::string>& operands = options.Operands();
+    if (operands.empty()) {
         throw UsageError("no FILE given");
     }
+    if (std::count(operands.begin(), operands.end(), kStandardInputName) > 1) {
+        throw UsageError("standard input ('-') can be read only once");
+    }
     int status = kExitOk;
-    for (const std::string& path : options.Operands()) {
+    for (const std::string& operand : operands) {
+        const std::string path = operand == kStandardInputName ? kStandardInputLabel : operand;
         // A path that is not UTF-8 cannot name a file for the module either.
         std::u16string widePath;
         try {
@@ -50,7 +63,7 @@ int Run(const Options& options) {
             continue;
         }
         std::u16string text;
-        if (!ReadTextOrReport(path, widePath, text)) {
+        if (!ReadTextOrReport(operand, path, widePath, text)) {
             status = kExitFailed;
             continue;
         }
@@ -73,19 +86,21 @@ int Run(const Options& options) {
 const Command kParseCommand{
     "parse",
     "check localization files (.lt) and print their entries",
-    R"(usage: locmgr parse FILE...
-
-Reads each localization file as the module does (UTF-8 with or without a byte-order mark,
+    "FILE...",
+    R"(Reads each localization file as the module does (UTF-8 with or without a byte-order mark,
 malformed sequences as U+FFFD, NULs at the end dropped; only regular files, so a FIFO or a
 device is refused at once), parses it with the module's own parser, without loading the
 module, and prints its entries in canonical form, or the parse error report (file, line,
 column, the line and a caret under the fault) for a file that has a mistake. A file the
 module cannot read is reported with the module's message.
 
-Example:
-  locmgr parse examples/localization/ru/Locs/download.lt
+FILE "-" is standard input, decoded as the module decodes a file and named <stdin> in the
+output; it may be a pipe or a terminal.
 )",
     {},
+    R"(  locmgr parse examples/localization/ru/Locs/download.lt
+  sed 's/Загрузка/Скачивание/' examples/localization/ru/Locs/download.lt | locmgr parse -
+)",
     &Run,
 };
 

@@ -13,17 +13,20 @@ namespace locmgr {
 
 namespace {
 
-const OptionSpec kOutOption{"--out", true};
-const OptionSpec kStyleOption{"--style", true};
+const OptionSpec kOutOption =
+    Valued("--out", "ALTDIR", "where to write (created; existing files of the same name replaced)")
+        .Required();
+const OptionSpec kStyleOption =
+    Valued("--style", "STYLE", "accents, long or rtl (see Styles above)").Default("accents");
 
 int Run(const Options& options) {
-    const std::string root = options.Required(kRootOption.name, "DIR");
+    const std::string root = options.Value(kRootOption.name);
     analysis::PseudoOptions pseudo;
-    pseudo.outputDirectory = options.Required(kOutOption.name, "ALTDIR");
+    pseudo.outputDirectory = options.Value(kOutOption.name);
     if (options.Has(kCultureOption.name)) {
         pseudo.culture = options.Required(kCultureOption.name, "NAME");
     }
-    const std::string styleName = options.Value(kStyleOption.name, "accents");
+    const std::string styleName = options.Value(kStyleOption.name);
     const auto style = analysis::PseudoStyleOf(styleName);
     if (!style) {
         throw UsageError("unknown --style '" + styleName + "'; use accents, long or rtl");
@@ -85,10 +88,8 @@ int Run(const Options& options) {
 const Command kPseudoCommand{
     "pseudo",
     "write pseudo-localized texts to use as the alternative directory",
-    R"(usage: locmgr pseudo --root DIR --out ALTDIR [--culture NAME] [--style accents|long|rtl]
-                     [--format text|json]
-
-Writes a pseudo-localized copy of the texts into ALTDIR, laid out so that ALTDIR serves as the
+    "",
+    R"(Writes a pseudo-localized copy of the texts into ALTDIR, laid out so that ALTDIR serves as the
 alternative directory: an application run with it shows every text it takes from the
 localization tree changed, so untranslated (built-in) texts and texts cut short by the layout
 stand out, without any change to the application or the module.
@@ -106,19 +107,14 @@ Styles:
   accents   [Ðöŵñļöåð]: letters replaced by accented look-alikes, each text bracketed
   long      the same, each text about 40 % longer (~~~), for layouts that must grow
   rtl       each text wrapped in a right-to-left override, to see mirrored layouts
-
-Options:
-  --root DIR          the localization directory
-  --out ALTDIR        where to write (created; existing files of the same name replaced)
-  --culture NAME      only the texts this culture reads, as the application names it
-  --style STYLE       accents (default), long or rtl
-  --format FORMAT     text (default) or json (the files written)
-
-Example:
-  locmgr pseudo --root examples/localization --out /tmp/pseudo
+)",
+    {kRootOption, kOutOption,
+     kCultureOption.Describe("only the texts this culture reads, as the application names it")
+         .Optional(),
+     kStyleOption, kFormatOption.Describe("text or json (the files written)")},
+    R"(  locmgr pseudo --root examples/localization --out /tmp/pseudo
   locmgr get --root examples/localization --alt /tmp/pseudo --scope download --culture de title
 )",
-    {kRootOption, kOutOption, kCultureOption, kStyleOption, kFormatOption},
     &Run,
 };
 

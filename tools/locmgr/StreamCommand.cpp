@@ -19,9 +19,8 @@ namespace host = localization_manager::host;
 constexpr std::uint32_t kChunkSize = 64 * 1024;
 
 int Run(const Options& options) {
-    options.Required(kRootOption.name, "DIR");
-    const std::string scope = options.Required(kScopeOption.name, "SCOPE");
-    const std::string cultureName = options.Required(kCultureOption.name, "NAME");
+    const std::string scope = options.Value(kScopeOption.name);
+    const std::string cultureName = options.Value(kCultureOption.name);
     if (options.Operands().size() != 1) {
         throw UsageError("give exactly one KEY");
     }
@@ -80,23 +79,14 @@ int Run(const Options& options) {
 const Command kStreamCommand{
     "stream",
     "write a binary resource to standard output",
-    R"(usage: locmgr stream --root DIR [--alt DIR] --scope SCOPE --culture NAME
-                     [--module PATH] KEY
-
-Writes the bytes of binary resource KEY (a file name such as icon.svg), as the module finds
+    "KEY",
+    R"(Writes the bytes of binary resource KEY (a file name such as icon.svg), as the module finds
 it for the scope and culture, to standard output through the module's stream interface.
-
-Options:
-  --root DIR          the localization directory
-  --alt DIR           an alternative directory, searched before the root
-  --scope SCOPE       the scope asking for the resource (its folder is tried first)
-  --culture NAME      a culture name: ru, en-US, sr-Latn, anz, ...
-  --module PATH       the module to load (default: the one beside locmgr)
-
-Example:
-  locmgr stream --root examples/localization --scope download --culture en icon.svg
 )",
-    {kRootOption, kAltOption, kScopeOption, kCultureOption, kModuleOption},
+    {kRootOption, kAltOption,
+     kScopeOption.Describe("the scope asking for the resource (its folder is tried first)"),
+     kCultureOption, kModuleOption},
+    "  locmgr stream --root examples/localization --scope download --culture en icon.svg\n",
     &Run,
 };
 

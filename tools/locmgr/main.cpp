@@ -2,6 +2,8 @@
 // translators. It picks the subcommand, and turns every error into a message and an exit
 // status: 0 all went well, 1 a request failed, 2 bad usage or the module could not be loaded.
 
+#include "ClosestName.h"
+#include "CommandHelp.h"
 #include "Commands.h"
 #include "ModuleSession.h"
 #include "Options.h"
@@ -15,69 +17,55 @@ namespace {
 
 using locmgr::Command;
 
-const Command* const kCommands[] = {
-    &locmgr::kGetCommand,      &locmgr::kStreamCommand,  &locmgr::kCultureCommand,
-    &locmgr::kBatchCommand,    &locmgr::kParseCommand,   &locmgr::kCheckCommand,
-    &locmgr::kCoverageCommand, &locmgr::kExplainCommand, &locmgr::kPseudoCommand};
+constexpr char kHelpCommand[] = "help";
 
-void PrintOverview(std::ostream& out) {
-    out << "usage: locmgr COMMAND [OPTION]... [ARGUMENT]...\n"
-           "\n"
-           "Reads localized texts and binary resources through the localization manager\n"
-           "module, as a host application does, and checks localization files. Every line the\n"
-           "module traces is printed on standard error.\n"
-           "\n"
-           "Commands:\n";
-    for (const Command* command : kCommands) {
-        out << "  " << command->name << std::string(10 - std::string(command->name).size(), ' ')
-            << command->summary << '\n';
-    }
-    out << "\n"
-           "Run 'locmgr COMMAND --help' for the options of a command.\n"
-           "\n"
-           "Exit status: 0 all went well, 1 a request failed, 2 bad usage or the module could\n"
-           "not be loaded.\n"
-           "\n"
-           "Example:\n"
-           "  locmgr get --root examples/localization --scope download --culture de windowTitle\n";
-}
-
-const Command* FindCommand(const std::string& name) {
-    for (const Command* command : kCommands) {
-        if (name == command->name) {
-            return command;
+// "unknown command 'chekc'; did you mean 'check'?" and the pointer to the overview.
+int UnknownCommand(const std::string& name) {
+    std::vector<std::string> known;
+    if (!name.empty() && name.front() == '-') {
+        known = {"--help", "--version"};
+    } else {
+        for (const Command* command : locmgr::AllCommands()) {
+            known.emplace_back(command->name);
         }
+        known.emplace_back(kHelpCommand);
     }
-    return nullptr;
+    std::cerr << "locmgr: unknown command '" << name << "'";
+    const std::string closest = locmgr::ClosestName(name, known);
+    if (!closest.empty()) {
+        std::cerr << "; did you mean '" << closest << "'?";
+    }
+    std::cerr << "\nTry 'locmgr --help'.\n";
+    return locmgr::kExitUsage;
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
-    const std::vector<std::string> arguments(argv + 1, argv + argc);
-    if (arguments.empty()) {
-        PrintOverview(std::cerr);
-        return locmgr::kExitUsage;
-    }
-    const std::string& name = arguments.front();
-    if (name == "--help" || name == "-h" || name == "help") {
-        PrintOverview(std::cout);
+// "locmgr help [COMMAND]".
+int Help(const std::vector<std::string>& arguments) {
+    if (arguments.size() == 1) {
+        locmgr::PrintOverview(std::cout);
         return locmgr::kExitOk;
     }
-    const Command* command = FindCommand(name);
-    if (command == nullptr) {
-        std::cerr << "locmgr: unknown command '" << name << "'\n"
-                  << "Try 'locmgr --help'.\n";
+    if (arguments.size() > 2) {
+        std::cerr << "locmgr help: give one COMMAND\nTry 'locmgr --help'.\n";
         return locmgr::kExitUsage;
     }
+    const Command* command = locmgr::FindCommand(arguments[1]);
+    if (command == nullptr) {
+        return UnknownCommand(arguments[1]);
+    }
+    locmgr::PrintCommandHelp(*command, std::cout);
+    return locmgr::kExitOk;
+}
+
+int RunCommand(const Command& command, const std::vector<std::string>& arguments) {
+    const std::string name = command.name;
     try {
-        const locmgr::Options options =
-            locmgr::Options::Parse({arguments.begin() + 1, arguments.end()}, command->options);
+        const locmgr::Options options = locmgr::Options::Parse(arguments, command.options);
         if (options.HelpRequested()) {
-            std::cout << command->help;
+            locmgr::PrintCommandHelp(command, std::cout);
             return locmgr::kExitOk;
         }
-        const int status = command->run(options);
+        const int status = command.run(options);
         // Texts that never arrived are a failure, not a silent success (a full disk, a
         // closed descriptor).
         if (!std::cout.flush()) {
@@ -96,4 +84,31 @@ int main(int argc, char** argv) {
         std::cerr << "locmgr " << name << ": " << error.what() << "\n";
         return locmgr::kExitFailed;
     }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    const std::vector<std::string> arguments(argv + 1, argv + argc);
+    if (arguments.empty()) {
+        locmgr::PrintOverview(std::cerr);
+        return locmgr::kExitUsage;
+    }
+    const std::string& name = arguments.front();
+    if (name == "--help" || name == "-h") {
+        locmgr::PrintOverview(std::cout);
+        return locmgr::kExitOk;
+    }
+    if (name == "--version") {
+        std::cout << "locmgr " << LM_VERSION << '\n';
+        return locmgr::kExitOk;
+    }
+    if (name == kHelpCommand) {
+        return Help(arguments);
+    }
+    const Command* command = locmgr::FindCommand(name);
+    if (command == nullptr) {
+        return UnknownCommand(name);
+    }
+    return RunCommand(*command, {arguments.begin() + 1, arguments.end()});
 }
