@@ -66,7 +66,7 @@ void BM_BuildPipeline(benchmark::State& state) {
     localization_manager::Culture culture;
     culture.languageId = 7;  // "en"
     for (auto _ : state) {
-        const auto common = boost::make_shared<SL::Model::ResourceDictionary>();
+        const auto common = boost::make_shared<SL::Pipeline::CommonTexts>();
         const SL::Pipeline::ResourceProcessingPipeline pipeline(provider, params, common, culture,
                                                                 u"catalog", u"common");
         benchmark::DoNotOptimize(pipeline.GetString(u"key_00042"));

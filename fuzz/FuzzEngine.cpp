@@ -122,13 +122,13 @@ void Run(const std::uint8_t* data, std::size_t size) {
     provider->ruleFile = parts[0];
     provider->commonText = parts[1];
     provider->scopeText = parts[2];
-    const auto common = boost::make_shared<SL::Model::ResourceDictionary>();
+    const auto common = boost::make_shared<SL::Pipeline::CommonTexts>();
     const SL::Pipeline::ResourceProcessingPipeline pipeline(
         provider, boost::make_shared<NumberResolver>(), common, culture, u"scope", u"common");
 
     SL::Model::ResourceDictionary scope;
     SL::Parsing::ParseLocFile(provider->scopeText, u"scope.lt", scope);
-    for (const auto* dictionary : {&scope, common.get()}) {
+    for (const auto* dictionary : {&scope, common->Published().get()}) {
         for (const auto& entry : *dictionary) {
             try {
                 pipeline.GetString(entry.first);
