@@ -23,10 +23,18 @@ endif()
 
 # Applies the project's warnings and source-name mapping to one of our own targets.
 # Contract messages name the source file through __FILE__; mapping the source directory away
-# keeps those messages the same whatever folder the project is built in.
+# keeps those messages the same whatever folder the project is built in. ccache with a
+# base_dir hands the compiler the source path relative to the build folder instead of the
+# absolute one, so that form is mapped away too.
 function(lm_configure_target target)
   target_compile_options(${target} PRIVATE -Wall -Wextra
     "-fmacro-prefix-map=${PROJECT_SOURCE_DIR}/=")
+  file(RELATIVE_PATH source_from_build "${PROJECT_BINARY_DIR}" "${PROJECT_SOURCE_DIR}")
+  string(REGEX REPLACE "/$" "" source_from_build "${source_from_build}")
+  # Empty for a build inside the source folder, where the relative paths need no mapping.
+  if(source_from_build)
+    target_compile_options(${target} PRIVATE "-fmacro-prefix-map=${source_from_build}/=")
+  endif()
   if(LM_WERROR)
     target_compile_options(${target} PRIVATE -Werror)
   endif()

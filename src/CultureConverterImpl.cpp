@@ -1,6 +1,6 @@
 #include "CultureConverterImpl.h"
 
-#include "CultureNames.h"
+#include "StringLocalizing/Model/CultureNames.h"
 #include "ulo/ResultCode.h"
 
 namespace localization_manager {
@@ -18,7 +18,8 @@ std::int32_t CultureConverterImpl::ConvertCultureName(const ulo::string8_t& name
         return ulo::kResultInvalidArgument;
     }
     try {
-        return localization_manager::ConvertCultureName(name.ToStdString(), *culture);
+        return LocalizationManager::StringLocalizing::Model::ConvertCultureName(name.ToStdString(),
+                                                                                *culture);
     } catch (...) {
         // Only memory can run out here; no exception leaves a component.
         return ulo::kResultOutOfMemory;

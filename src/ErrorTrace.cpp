@@ -1,6 +1,6 @@
 #include "ErrorTrace.h"
 
-#include "CultureNames.h"
+#include "StringLocalizing/Model/CultureNames.h"
 #include "StringLocalizing/Model/LanguageName.h"
 #include "ulo/ResultCode.h"
 #include "ulo/rtl/MessageError.h"
@@ -51,7 +51,7 @@ std::string CultureTraceText(const Culture& culture) {
     } catch (const std::range_error&) {
         language = "<" + std::to_string(culture.languageId) + ">";
     }
-    return language + SubtagsText(culture);
+    return language + LocalizationManager::StringLocalizing::Model::SubtagsText(culture);
 }
 
 }  // namespace localization_manager

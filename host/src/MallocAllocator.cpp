@@ -1,7 +1,5 @@
 #include "localization_manager/host/MallocAllocator.h"
 
-#include "ulo/ResultCode.h"
-
 #include <cstdlib>
 
 namespace localization_manager::host {
@@ -10,18 +8,6 @@ MallocAllocator& MallocAllocator::Instance() noexcept {
     // Trivially destructible: no exit-time destructor that a late Free could race with.
     static MallocAllocator instance;
     return instance;
-}
-
-std::int32_t MallocAllocator::QueryInterface(ulo::InterfaceId interfaceId, void** out) {
-    if (out == nullptr) {
-        return ulo::kResultInvalidArgument;
-    }
-    if (interfaceId == ulo::IObject::kInterfaceId) {
-        *out = static_cast<ulo::IObject*>(this);
-        return ulo::kResultOk;
-    }
-    *out = nullptr;
-    return ulo::kResultInterfaceNotSupported;
 }
 
 void* MallocAllocator::Allocate(std::size_t bytes) {

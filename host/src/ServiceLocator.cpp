@@ -37,31 +37,6 @@ ServiceLocator::ServiceLocator(InterfacePtr<ulo::ITracer> tracer,
 
 ServiceLocator::~ServiceLocator() = default;
 
-std::uint32_t ServiceLocator::AddRef() {
-    return references_.Add();
-}
-
-std::uint32_t ServiceLocator::Release() {
-    const std::uint32_t count = references_.Drop();
-    if (count == 0) {
-        delete this;
-    }
-    return count;
-}
-
-std::int32_t ServiceLocator::QueryInterface(ulo::InterfaceId interfaceId, void** out) {
-    if (out == nullptr) {
-        return ulo::kResultInvalidArgument;
-    }
-    if (interfaceId == ulo::IObject::kInterfaceId) {
-        AddRef();
-        *out = static_cast<ulo::IObject*>(this);
-        return ulo::kResultOk;
-    }
-    *out = nullptr;
-    return ulo::kResultInterfaceNotSupported;
-}
-
 std::int32_t ServiceLocator::GetService(ulo::ServiceId serviceId, std::uint32_t /*reserved*/,
                                         void** out) {
     if (out == nullptr) {

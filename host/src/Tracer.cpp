@@ -97,31 +97,6 @@ Tracer::Tracer(Sink sink, std::int32_t minimumLevel)
 
 Tracer::~Tracer() = default;
 
-std::uint32_t Tracer::AddRef() {
-    return references_.Add();
-}
-
-std::uint32_t Tracer::Release() {
-    const std::uint32_t count = references_.Drop();
-    if (count == 0) {
-        delete this;
-    }
-    return count;
-}
-
-std::int32_t Tracer::QueryInterface(ulo::InterfaceId interfaceId, void** out) {
-    if (out == nullptr) {
-        return ulo::kResultInvalidArgument;
-    }
-    if (interfaceId == ulo::IObject::kInterfaceId) {
-        AddRef();
-        *out = static_cast<ulo::IObject*>(this);
-        return ulo::kResultOk;
-    }
-    *out = nullptr;
-    return ulo::kResultInterfaceNotSupported;
-}
-
 std::int32_t Tracer::BeginRecord(std::int32_t level, std::uint32_t sizeHint,
                                  ulo::ITraceRecord** record) {
     if (record == nullptr) {

@@ -52,29 +52,11 @@ inline ulo::string16_t U16(std::string_view utf8) {
 
 // The caller's side of external parameters: answers from a fixed table, or fails every
 // request with one code. Read-only once made, so localizers may use it from any thread.
-class ParamResolver final : public IParamResolver {
+class ParamResolver final : public host::CountedObject<IParamResolver> {
   public:
     static InterfacePtr<ParamResolver> Create(std::map<std::string, std::string> values,
                                               std::int32_t failure = ulo::kResultOk) {
         return InterfacePtr<ParamResolver>::Adopt(new ParamResolver(std::move(values), failure));
-    }
-
-    std::uint32_t AddRef() override { return references_.Add(); }
-    std::uint32_t Release() override {
-        const std::uint32_t count = references_.Drop();
-        if (count == 0) {
-            delete this;
-        }
-        return count;
-    }
-    std::int32_t QueryInterface(ulo::InterfaceId interfaceId, void** out) override {
-        if (interfaceId != ulo::IObject::kInterfaceId) {
-            *out = nullptr;
-            return ulo::kResultInterfaceNotSupported;
-        }
-        AddRef();
-        *out = static_cast<ulo::IObject*>(this);
-        return ulo::kResultOk;
     }
 
     std::int32_t Resolve(const ulo::string16_t& in, ulo::string16_t& result) override {
@@ -89,9 +71,8 @@ class ParamResolver final : public IParamResolver {
   private:
     ParamResolver(std::map<std::string, std::string> values, std::int32_t failure)
         : values_(std::move(values)), failure_(failure) {}
-    ~ParamResolver() = default;
+    ~ParamResolver() override = default;
 
-    host::ReferenceCount references_;
     const std::map<std::string, std::string> values_;
     const std::int32_t failure_;
 };

@@ -50,20 +50,6 @@ TEST(ServiceLocatorTest, RefusesWhatItDoesNotHave) {
               services->GetService(ulo::ITracer::kServiceId, 0, nullptr));
 }
 
-TEST(ServiceLocatorTest, AnswersIObjectOnly) {
-    auto services = ServiceLocator::Create(nullptr);
-    InterfacePtr<ulo::IObject> object;
-    ASSERT_EQ(ulo::kResultOk,
-              services->QueryInterface(ulo::IObject::kInterfaceId, object.PutVoid()));
-    EXPECT_EQ(static_cast<ulo::IObject*>(services.Get()), object.Get());
-
-    void* out = &out;
-    EXPECT_EQ(ulo::kResultInterfaceNotSupported, services->QueryInterface(kUnknownService, &out));
-    EXPECT_EQ(nullptr, out);
-    EXPECT_EQ(ulo::kResultInvalidArgument,
-              services->QueryInterface(ulo::IObject::kInterfaceId, nullptr));
-}
-
 TEST(MallocAllocatorTest, NullMeansOnlyOutOfMemory) {
     ulo::IAllocator& allocator = MallocAllocator::Instance();
     void* empty = allocator.Allocate(0);

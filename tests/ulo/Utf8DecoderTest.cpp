@@ -36,6 +36,7 @@ TEST(Utf8DecoderTest, DecodesSequences) {
         {"two bytes", "\xC3\xA9", u"\u00E9"},
         {"three bytes", "\xE2\x82\xAC", u"\u20AC"},
         {"four bytes", "\xF0\x9F\x98\x80", u"\xD83D\xDE00"},
+        {"largest in the basic plane", "\xEF\xBF\xBF", u"\uFFFF"},
         {"largest code point", "\xF4\x8F\xBF\xBF", u"\xDBFF\xDFFF"},
         {"around the surrogates", "\xED\x9F\xBF\xEE\x80\x80", u"\uD7FF\uE000"},
         {"cut at the end", "a\xE2\x82", u"a" + r},

@@ -3,7 +3,7 @@
 #include "Coverage.h"
 #include "CoverageOutput.h"
 #include "CultureFolder.h"
-#include "CultureNames.h"
+#include "StringLocalizing/Model/CultureNames.h"
 #include "TreeModel.h"
 #include "ulo/ResultCode.h"
 
@@ -31,7 +31,8 @@ int Run(const Options& options) {
     if (reference != analysis::kNeutralFolder) {
         // A culture name as an application writes it ("anz"), shown by its folder name.
         localization_manager::Culture culture;
-        if (ulo::Failed(localization_manager::ConvertCultureName(reference, culture))) {
+        if (ulo::Failed(LocalizationManager::StringLocalizing::Model::ConvertCultureName(
+                reference, culture))) {
             throw UsageError("unknown culture name '" + reference + "' for --reference");
         }
         extra.push_back(reference);

@@ -17,31 +17,6 @@ void ParamResolver::Set(std::string_view name, std::string_view value) {
     values_[host::Utf8ToUtf16(name)] = host::Utf8ToUtf16(value);
 }
 
-std::uint32_t ParamResolver::AddRef() {
-    return references_.Add();
-}
-
-std::uint32_t ParamResolver::Release() {
-    const std::uint32_t count = references_.Drop();
-    if (count == 0) {
-        delete this;
-    }
-    return count;
-}
-
-std::int32_t ParamResolver::QueryInterface(ulo::InterfaceId interfaceId, void** out) {
-    if (out == nullptr) {
-        return ulo::kResultInvalidArgument;
-    }
-    if (interfaceId == ulo::IObject::kInterfaceId) {
-        AddRef();
-        *out = static_cast<ulo::IObject*>(this);
-        return ulo::kResultOk;
-    }
-    *out = nullptr;
-    return ulo::kResultInterfaceNotSupported;
-}
-
 std::int32_t ParamResolver::Resolve(const ulo::string16_t& in, ulo::string16_t& result) {
     // No exception may leave through the interface.
     try {

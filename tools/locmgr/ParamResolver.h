@@ -1,8 +1,8 @@
 #pragma once
 
 #include "localization_manager/IParamResolver.h"
+#include "localization_manager/host/HostObject.h"
 #include "localization_manager/host/InterfacePtr.h"
-#include "localization_manager/host/ReferenceCount.h"
 
 #include <cstdint>
 #include <map>
@@ -14,7 +14,8 @@ namespace locmgr {
 // Parameter values given on the command line or in a batch request. A localizer keeps its
 // resolver for its whole life, so batch shares one resolver between all its localizers and
 // replaces the values before each request.
-class ParamResolver final : public localization_manager::IParamResolver {
+class ParamResolver final
+    : public localization_manager::host::CountedObject<localization_manager::IParamResolver> {
   public:
     static localization_manager::host::InterfacePtr<ParamResolver> Create();
 
@@ -22,19 +23,13 @@ class ParamResolver final : public localization_manager::IParamResolver {
     void Set(std::string_view name, std::string_view value);
     void Clear() { values_.clear(); }
 
-    std::uint32_t AddRef() override;
-    std::uint32_t Release() override;
-    // Answers IObject only: the resolver interface has no id to ask for.
-    std::int32_t QueryInterface(ulo::InterfaceId interfaceId, void** out) override;
-
     // 0x8000004C ("Not found") for a name without a value.
     std::int32_t Resolve(const ulo::string16_t& in, ulo::string16_t& result) override;
 
   private:
     ParamResolver() = default;
-    ~ParamResolver() = default;
+    ~ParamResolver() override = default;
 
-    localization_manager::host::ReferenceCount references_;
     std::map<std::u16string, std::u16string> values_;
 };
 

@@ -1,7 +1,7 @@
 #include "Explain.h"
 
 #include "CultureFolder.h"
-#include "CultureNames.h"
+#include "StringLocalizing/Model/CultureNames.h"
 #include "StringLocalizing/Model/KeyCase.h"
 #include "StringLocalizing/Model/KeyNotFoundException.h"
 #include "StringLocalizing/Model/LanguageName.h"
@@ -185,7 +185,7 @@ void ExplainKey(Explanation& explanation, const LocFile* scopeFile, const LocFil
 Explanation Explain(const TreeModel& model, const std::string& scope,
                     const std::string& cultureName, const std::string& key) {
     localization_manager::Culture culture;
-    if (ulo::Failed(localization_manager::ConvertCultureName(cultureName, culture))) {
+    if (ulo::Failed(Model::ConvertCultureName(cultureName, culture))) {
         throw std::invalid_argument("unknown culture name '" + cultureName + "'");
     }
     Explanation explanation;

@@ -1,8 +1,8 @@
 #include "PseudoTree.h"
 
 #include "CultureFolder.h"
-#include "CultureNames.h"
 #include "LocFile.h"
+#include "StringLocalizing/Model/CultureNames.h"
 #include "StringLocalizing/Model/ValueFormat.h"
 #include "ulo/ResultCode.h"
 #include "ulo/rtl/TextConversion.h"
@@ -100,7 +100,7 @@ std::vector<PseudoFile> WritePseudoTree(const TreeModel& model, const PseudoOpti
         return written;
     }
     localization_manager::Culture culture;
-    if (ulo::Failed(localization_manager::ConvertCultureName(*options.culture, culture))) {
+    if (ulo::Failed(Model::ConvertCultureName(*options.culture, culture))) {
         throw std::invalid_argument("unknown culture name '" + *options.culture + "'");
     }
     const std::string folder = CultureName(culture);

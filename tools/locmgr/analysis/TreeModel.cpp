@@ -1,8 +1,8 @@
 #include "TreeModel.h"
 
 #include "CultureFolder.h"
-#include "CultureNames.h"
 #include "File/FileSearch.h"
+#include "StringLocalizing/Model/CultureNames.h"
 #include "ulo/ResultCode.h"
 #include "ulo/rtl/FileSystem.h"
 #include "ulo/rtl/TextConversion.h"
@@ -29,7 +29,8 @@ TreeModel::TreeModel(const std::string& root, const std::string& alternative,
     }
     for (const std::string& name : extraCultureNames) {
         localization_manager::Culture culture;
-        if (ulo::Failed(localization_manager::ConvertCultureName(name, culture))) {
+        if (ulo::Failed(
+                LocalizationManager::StringLocalizing::Model::ConvertCultureName(name, culture))) {
             throw std::invalid_argument("unknown culture name '" + name + "'");
         }
         cultures_.emplace(CultureName(culture), culture);

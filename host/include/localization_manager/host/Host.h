@@ -2,6 +2,7 @@
 
 // Everything a host needs to load the localization manager module and hand it its services.
 
+#include "localization_manager/host/HostObject.h"
 #include "localization_manager/host/InterfacePtr.h"
 #include "localization_manager/host/MallocAllocator.h"
 #include "localization_manager/host/ModuleLoader.h"

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "localization_manager/host/HostObject.h"
 #include "ulo/IServiceLocator.h"
 
 #include <cstddef>
@@ -11,15 +12,10 @@ namespace localization_manager::host {
 // process and is never destroyed: a component may keep its reference for as long as it likes,
 // even past the end of main. Like every static framework object it does not count references
 // (AddRef and Release return 0).
-class MallocAllocator final : public ulo::IAllocator {
+class MallocAllocator final : public StaticObject<ulo::IAllocator> {
   public:
     // The process-wide instance.
     static MallocAllocator& Instance() noexcept;
-
-    std::uint32_t AddRef() override { return 0; }
-    std::uint32_t Release() override { return 0; }
-    // Answers IObject only: the allocator has no interface id of its own.
-    std::int32_t QueryInterface(ulo::InterfaceId interfaceId, void** out) override;
 
     // A request for 0 bytes still yields a unique block, so that null always means "out of
     // memory".

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "localization_manager/host/HostObject.h"
 #include "localization_manager/host/InterfacePtr.h"
-#include "localization_manager/host/ReferenceCount.h"
 #include "ulo/IServiceLocator.h"
 
 #include <cstdint>
@@ -12,26 +12,20 @@ namespace localization_manager::host {
 // service, each with a reference of its own, and refuses every other service with 0x8000004C
 // ("Not found"). Components keep what they get for their whole life, so the services must be
 // objects that live until their last reference goes.
-class ServiceLocator final : public ulo::IServiceLocator {
+class ServiceLocator final : public CountedObject<ulo::IServiceLocator> {
   public:
     // `tracer` may be null: components then get "Not found" for the tracer service and trace
     // nothing. A null `allocator` means the process-wide MallocAllocator.
     static InterfacePtr<ServiceLocator> Create(InterfacePtr<ulo::ITracer> tracer,
                                                InterfacePtr<ulo::IAllocator> allocator = nullptr);
 
-    std::uint32_t AddRef() override;
-    std::uint32_t Release() override;
-    // Answers IObject, the one interface id the locator has.
-    std::int32_t QueryInterface(ulo::InterfaceId interfaceId, void** out) override;
-
     // 0x80000046 ("Invalid argument") for a null `out`.
     std::int32_t GetService(ulo::ServiceId serviceId, std::uint32_t reserved, void** out) override;
 
   private:
     ServiceLocator(InterfacePtr<ulo::ITracer> tracer, InterfacePtr<ulo::IAllocator> allocator);
-    ~ServiceLocator();
+    ~ServiceLocator() override;
 
-    ReferenceCount references_;
     const InterfacePtr<ulo::ITracer> tracer_;
     const InterfacePtr<ulo::IAllocator> allocator_;
 };

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "localization_manager/host/HostObject.h"
 #include "localization_manager/host/InterfacePtr.h"
-#include "localization_manager/host/ReferenceCount.h"
 #include "ulo/IServiceLocator.h"
 
 #include <cstdint>
@@ -16,7 +16,7 @@ namespace localization_manager::host {
 // sink as one line; records grow as far as memory allows, so a long line (a parse error report
 // quoting a long source line) arrives whole. Any thread may trace: lines reach the sink one at
 // a time, never interleaved.
-class Tracer final : public ulo::ITracer {
+class Tracer final : public CountedObject<ulo::ITracer> {
   public:
     // Receives each committed line without a line feed. Called with the tracer's lock held, so
     // it needs no locking of its own, but must not trace through the same tracer.
@@ -36,11 +36,6 @@ class Tracer final : public ulo::ITracer {
 
     std::int32_t MinimumLevel() const noexcept { return minimumLevel_; }
 
-    std::uint32_t AddRef() override;
-    std::uint32_t Release() override;
-    // Answers IObject only: the tracer has no interface id of its own.
-    std::int32_t QueryInterface(ulo::InterfaceId interfaceId, void** out) override;
-
     std::int32_t BeginRecord(std::int32_t level, std::uint32_t sizeHint,
                              ulo::ITraceRecord** record) override;
     // Returns 0x80000046 ("Invalid argument") for a null record and 0x80000040 ("Unexpected")
@@ -50,9 +45,8 @@ class Tracer final : public ulo::ITracer {
 
   private:
     Tracer(Sink sink, std::int32_t minimumLevel);
-    ~Tracer();
+    ~Tracer() override;
 
-    ReferenceCount references_;
     const Sink sink_;
     const std::int32_t minimumLevel_;
     std::mutex sinkMutex_;

@@ -1,4 +1,4 @@
-#include "CultureNames.h"
+#include "StringLocalizing/Model/CultureNames.h"
 #include "TestSupport/Cultures.h"
 #include "ulo/ResultCode.h"
 
@@ -7,9 +7,10 @@
 #include <stdexcept>
 #include <string>
 
-namespace localization_manager {
+namespace LocalizationManager::StringLocalizing::Model {
 namespace {
 
+using localization_manager::Culture;
 using LocalizationManager::Testing::MakeCulture;
 
 TEST(ConvertCultureName, PrefixOfTheTableThenSubtagsAsWritten) {
@@ -57,4 +58,4 @@ TEST(CultureText, FirstSubtagAlwaysSecondOnlyWhenPresent) {
 }
 
 }  // namespace
-}  // namespace localization_manager
+}  // namespace LocalizationManager::StringLocalizing::Model

@@ -1,4 +1,4 @@
-#include "CultureNames.h"
+#include "StringLocalizing/Model/CultureNames.h"
 
 #include "StringLocalizing/Model/LanguageName.h"
 #include "ulo/ResultCode.h"
@@ -6,7 +6,9 @@
 #include <locale>
 #include <map>
 
-namespace localization_manager {
+namespace LocalizationManager::StringLocalizing::Model {
+
+using localization_manager::Culture;
 
 namespace {
 
@@ -95,8 +97,7 @@ std::string SubtagsText(const Culture& culture) {
 }
 
 std::string CultureText(const Culture& culture) {
-    return LocalizationManager::StringLocalizing::Model::LanguageName(culture.languageId) +
-           SubtagsText(culture);
+    return LanguageName(culture.languageId) + SubtagsText(culture);
 }
 
-}  // namespace localization_manager
+}  // namespace LocalizationManager::StringLocalizing::Model
