@@ -128,7 +128,8 @@ void Run(const std::uint8_t* data, std::size_t size) {
 
     SL::Model::ResourceDictionary scope;
     SL::Parsing::ParseLocFile(provider->scopeText, u"scope.lt", scope);
-    for (const auto* dictionary : {&scope, common->Published().get()}) {
+    const SL::Model::ResourceDictionary* commonTexts = common->Published().get();
+    for (const SL::Model::ResourceDictionary* dictionary : {&scope, commonTexts}) {
         for (const auto& entry : *dictionary) {
             try {
                 pipeline.GetString(entry.first);
