@@ -17,4 +17,7 @@ struct ProcessResult {
 
 ProcessResult RunProcess(const std::vector<std::string>& argv, const std::string& input = "");
 
+// The lines of a program's output, without their line feeds.
+std::vector<std::string> Lines(const std::string& text);
+
 }  // namespace locmgr::testing
