@@ -129,7 +129,8 @@ void Run(const std::uint8_t* data, std::size_t size) {
     SL::Model::ResourceDictionary scope;
     SL::Parsing::ParseLocFile(provider->scopeText, u"scope.lt", scope);
     const SL::Model::ResourceDictionary* commonTexts = common->Published().get();
-    for (const SL::Model::ResourceDictionary* dictionary : {&scope, commonTexts}) {
+    const SL::Model::ResourceDictionary* scopeTexts = &scope;
+    for (const SL::Model::ResourceDictionary* dictionary : {scopeTexts, commonTexts}) {
         for (const auto& entry : *dictionary) {
             try {
                 pipeline.GetString(entry.first);
