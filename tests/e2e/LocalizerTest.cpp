@@ -3,6 +3,7 @@
 
 #include "File/TempTree.h"
 #include "ModuleHost.h"
+#include "TestSupport/ExampleTexts.h"
 #include "ulo/IIO.h"
 
 #include <gmock/gmock.h>
@@ -47,23 +48,16 @@ TEST_F(LocalizerTest, TextsOfTheExampleTree) {
     InterfacePtr<ILocalizationManager> manager =
         Manager(host::Utf8ToUtf16(kExamples), host::Utf8ToUtf16(kExamplesAlternative));
     ASSERT_TRUE(manager);
-    const auto params = ParamResolver::Create({{"count", "3"}, {"folders", "2"}});
-    const struct {
-        Culture culture;
-        const char* scope;
-        const char* key;
-        const char* text;
-    } cases[] = {
-        {MakeCulture(kRussian), "download", "summary", "3 файла в 2 папках."},
-        {MakeCulture(kGerman, "AT"), "download", "done", "Fertig! 🎉"},
-        {MakeCulture(kEnglish, "US"), "settings", "THEME", "Color scheme"},
-        {MakeCulture(kSerbianLatin), "download", "status", "Preuzeto: 3 datoteke."},
-    };
-    for (const auto& testCase : cases) {
+    const auto params =
+        ParamResolver::Create({{"count", LocalizationManager::Testing::kExampleCount},
+                               {"folders", LocalizationManager::Testing::kExampleFolders}});
+    for (const auto& example : LocalizationManager::Testing::kExampleTexts) {
         InterfacePtr<ILocalizer> localizer =
-            Localizer(*manager, testCase.scope, testCase.culture, params.Get());
+            Localizer(*manager, example.scope, MakeCulture(example.languageId, example.firstSubtag),
+                      params.Get());
         ASSERT_TRUE(localizer);
-        EXPECT_EQ(Ok(testCase.text), GetText(*localizer, testCase.key)) << testCase.key;
+        EXPECT_EQ(Ok(example.text), GetText(*localizer, example.key))
+            << example.cultureName << " " << example.scope << "/" << example.key;
     }
     EXPECT_TRUE(TakeLines().empty());
 }
