@@ -9,10 +9,7 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
-#include <fstream>
 #include <functional>
-#include <future>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -332,21 +329,6 @@ TEST(FileResourceProviderSpecialFiles, DirectoryNamedLikeTheFileCountsAsFound) {
     EXPECT_EQ(kCannotOpen, ReadFailure([&] {
                   provider.GetPluralFormRulesText(PluralFormRuleId{kPortuguese, "BR"});
               }));
-}
-
-TEST(FileResourceProviderSpecialFiles, FifoFailsToOpenWithoutBlocking) {
-    TempTree tree;
-    tree.Fifo("root/en/Locs/s.lt");
-    auto provider = RootOnly(tree);
-    auto reading = std::async(std::launch::async, [&] {
-        return ReadFailure([&] { provider.GetLocalizationText(u"s", English()); });
-    });
-    if (reading.wait_for(std::chrono::seconds(10)) == std::future_status::timeout) {
-        ADD_FAILURE() << "reading a FIFO blocked";
-        // A writer releases the blocked reader, so the test fails instead of hanging.
-        std::ofstream writer(ulo::WideToUtf8(tree.Path("root/en/Locs/s.lt")));
-    }
-    EXPECT_EQ(kCannotOpen, reading.get());
 }
 
 }  // namespace

@@ -260,7 +260,13 @@ TEST(LocmgrUsageTest, BadCommandLinesExitWithTwo) {
 }
 
 TEST(LocmgrUsageTest, EveryCommandExplainsItselfWithAnExample) {
-    for (const std::string command : {"", "get", "stream", "culture", "batch", "parse"}) {
+    const std::string commands[] = {"",      "get",   "stream",   "culture", "batch",
+                                    "parse", "check", "coverage", "explain", "pseudo"};
+    const std::string overview = Locmgr({"--help"}).out;
+    for (const std::string& command : commands) {
+        if (!command.empty()) {
+            EXPECT_THAT(overview, HasSubstr("\n  " + command + " ")) << command;
+        }
         const ProcessResult result =
             Locmgr(command.empty() ? std::vector<std::string>{"--help"}
                                    : std::vector<std::string>{command, "--help"});
