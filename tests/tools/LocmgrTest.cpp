@@ -259,27 +259,6 @@ TEST(LocmgrUsageTest, BadCommandLinesExitWithTwo) {
     }
 }
 
-TEST(LocmgrUsageTest, EveryCommandExplainsItselfWithAnExample) {
-    const std::string commands[] = {"",      "get",   "stream",   "culture", "batch",
-                                    "parse", "check", "coverage", "explain", "pseudo"};
-    const std::string overview = Locmgr({"--help"}).out;
-    for (const std::string& command : commands) {
-        if (!command.empty()) {
-            EXPECT_THAT(overview, HasSubstr("\n  " + command + " ")) << command;
-        }
-        const ProcessResult result =
-            Locmgr(command.empty() ? std::vector<std::string>{"--help"}
-                                   : std::vector<std::string>{command, "--help"});
-        EXPECT_EQ(0, result.exitStatus) << command;
-        EXPECT_THAT(result.out, StartsWith("Usage: locmgr " + command)) << command;
-        EXPECT_THAT(result.out, HasSubstr("\nExample:\n")) << command;
-        EXPECT_THAT(result.out.substr(result.out.find("\nExample:\n")),
-                    HasSubstr("locmgr " + (command.empty() ? "get" : command)))
-            << command;
-        EXPECT_EQ("", result.err);
-    }
-}
-
 TEST(LocmgrParseTest, PrintsEntriesOrTheReport) {
     const std::string file = kRoot + "/de/Locs/common.lt";
     const ProcessResult good = Locmgr({"parse", file});
