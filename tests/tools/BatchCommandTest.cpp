@@ -8,7 +8,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -17,15 +16,6 @@ namespace {
 
 using LocalizationManager::Testing::TempTree;
 using ::testing::HasSubstr;
-
-std::vector<std::string> Lines(const std::string& text) {
-    std::vector<std::string> lines;
-    std::istringstream stream(text);
-    for (std::string line; std::getline(stream, line);) {
-        lines.push_back(line);
-    }
-    return lines;
-}
 
 // Two scopes in two cultures; "echo" shows the parameter's text as the resolver gave it,
 // "count" reads it as a plural discriminator.

@@ -2,7 +2,7 @@
 // version, the hints for mistyped names, and the bash completion that must offer what the
 // help lists.
 
-#include "RunProcess.h"
+#include "Locmgr.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -19,14 +19,8 @@ namespace {
 using ::testing::HasSubstr;
 using ::testing::Not;
 
-const std::string kRoot = LM_EXAMPLES_DIR "/localization";
 const std::vector<std::string> kCommands{"get",   "stream",   "culture", "batch", "parse",
                                          "check", "coverage", "explain", "pseudo"};
-
-ProcessResult Locmgr(std::vector<std::string> arguments) {
-    arguments.insert(arguments.begin(), LM_LOCMGR);
-    return RunProcess(arguments);
-}
 
 // The options the help of `command` lists ("  --root DIR ...", "  -h [ --help ] ...").
 std::set<std::string> OptionsInHelp(const std::string& command) {

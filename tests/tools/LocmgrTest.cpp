@@ -1,15 +1,13 @@
 // locmgr as users run it: a real process over the example tree, loading the module built
 // beside it. Each case checks standard output, standard error and the exit status.
 
-#include "RunProcess.h"
+#include "Locmgr.h"
 #include "TestSupport/ExampleTexts.h"
+#include "TestSupport/Fixtures.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <iterator>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -19,28 +17,7 @@ namespace {
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
 
-const std::string kRoot = LM_EXAMPLES_DIR "/localization";
-const std::string kAlt = LM_EXAMPLES_DIR "/localization-alt";
 const std::string kErrorPrefix = "localization manager error: ";
-
-ProcessResult Locmgr(std::vector<std::string> arguments, const std::string& input = "") {
-    arguments.insert(arguments.begin(), LM_LOCMGR);
-    return RunProcess(arguments, input);
-}
-
-std::vector<std::string> Lines(const std::string& text) {
-    std::vector<std::string> lines;
-    std::istringstream stream(text);
-    for (std::string line; std::getline(stream, line);) {
-        lines.push_back(line);
-    }
-    return lines;
-}
-
-std::string ReadFile(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
-}
 
 // Every line on standard error is a tracer line of the module, and there is at least one.
 void ExpectOnlyTracerLines(const std::string& err) {
@@ -109,7 +86,7 @@ TEST(LocmgrGetTest, FailingRequestsPrintTheTracerLineAndExitWithOne) {
         {{"--root", kRoot, "--scope", "noSuchScope", "--culture", "en", "title"},
          "",
          "noSuchScope.lt"},
-        {{"--root", LM_EXAMPLES_DIR "/no-such-folder", "--scope", "download", "--culture", "en",
+        {{"--root", kExamples + "/no-such-folder", "--scope", "download", "--culture", "en",
           "title"},
          "",
          "no-such-folder"},
@@ -148,7 +125,7 @@ TEST(LocmgrStreamTest, WritesTheResourceBytes) {
         arguments.insert(arguments.end(), testCase.arguments.begin(), testCase.arguments.end());
         const ProcessResult result = Locmgr(arguments);
         EXPECT_EQ(0, result.exitStatus) << result.err;
-        EXPECT_EQ(ReadFile(testCase.file), result.out);
+        EXPECT_EQ(LocalizationManager::Testing::ReadBytes(testCase.file), result.out);
         EXPECT_FALSE(result.out.empty());
     }
 }
