@@ -4,14 +4,13 @@
 #include "File/TempTree.h"
 #include "ModuleHost.h"
 #include "TestSupport/ExampleTexts.h"
+#include "TestSupport/Fixtures.h"
 #include "ulo/IIO.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <string_view>
 
@@ -27,11 +26,6 @@ using LocalizerTest = ModuleHostTest;
 
 const std::string kExamples = LM_EXAMPLES_DIR "/localization";
 const std::string kExamplesAlternative = LM_EXAMPLES_DIR "/localization-alt";
-
-std::string FileBytes(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
 
 // Everything from the stream's position to its end.
 std::string ReadRest(ulo::IIO& stream) {
@@ -206,7 +200,8 @@ TEST_F(LocalizerTest, StreamsOverBinaryResourceFiles) {
     for (const auto& resource : resources) {
         InterfacePtr<ulo::IIO> stream;
         ASSERT_EQ(ulo::kResultOk, localizer->GetStream(U16(resource.key), stream.Put()));
-        EXPECT_EQ(FileBytes(resource.file), ReadRest(*stream)) << resource.key;
+        EXPECT_EQ(LocalizationManager::Testing::ReadBytes(resource.file), ReadRest(*stream))
+            << resource.key;
     }
 
     EXPECT_EQ(ulo::kResultInvalidArgument, localizer->GetStream(U16("icon.svg"), nullptr));
@@ -263,7 +258,8 @@ TEST_F(LocalizerTest, StreamsAreReadOnlyAndSeekable) {
     EXPECT_EQ(ulo::kResultOk, stream->GetSize(&size));
     EXPECT_EQ(bytes.size(), size);
     stream.Reset();
-    EXPECT_EQ(bytes, FileBytes(host::Utf16ToUtf8(tree.Path("root/neutral/Common/data.bin"))));
+    EXPECT_EQ(bytes, LocalizationManager::Testing::ReadBytes(
+                         host::Utf16ToUtf8(tree.Path("root/neutral/Common/data.bin"))));
     EXPECT_TRUE(TakeLines().empty());
 }
 
