@@ -5,6 +5,7 @@
 #include "File/FileResourceProvider.h"
 #include "StringLocalizing/Pipeline/ResourceProcessingPipeline.h"
 #include "TestSupport/Cultures.h"
+#include "TestSupport/ExampleTexts.h"
 #include "TestSupport/FakeParamResolver.h"
 #include "ulo/rtl/TextConversion.h"
 
@@ -40,28 +41,12 @@ struct ExampleTreeTest : ::testing::Test {
 };
 
 TEST_F(ExampleTreeTest, TextsFollowTheSearchOrder) {
-    params->Set(u"count", u"3");
-    params->Set(u"folders", u"2");
-    const struct {
-        Culture culture;
-        std::u16string scope;
-        std::u16string key;
-        std::string text;
-    } cases[] = {
-        // The Russian rule file decides the forms.
-        {MakeCulture(26), u"download", u"summary", "3 файла в 2 папках."},
-        // The alternative directory's file replaces the root's.
-        {MakeCulture(12), u"download", u"done", "Fertig! 🎉"},
-        // en-US has its own settings, and nothing else: download falls back to "neutral".
-        {MakeCulture(7, "US"), u"settings", u"theme", "Color scheme"},
-        {MakeCulture(7, "US"), u"download", u"windowTitle", "Download – File Courier"},
-        {MakeCulture(7, "GB"), u"settings", u"theme", "Colour scheme"},
-        // Serbian (Latin) uses its built-in three forms.
-        {MakeCulture(30), u"download", u"summary", "3 datoteke, broj fascikli: 2."},
-    };
-    for (const auto& testCase : cases) {
-        EXPECT_EQ(testCase.text, Text(testCase.culture, testCase.scope, testCase.key))
-            << ulo::WideToUtf8(testCase.scope) << "/" << ulo::WideToUtf8(testCase.key);
+    params->Set(u"count", ulo::Utf8ToWide(Testing::kExampleCount));
+    params->Set(u"folders", ulo::Utf8ToWide(Testing::kExampleFolders));
+    for (const Testing::ExampleText& example : Testing::kExampleTexts) {
+        EXPECT_EQ(example.text, Text(MakeCulture(example.languageId, example.firstSubtag),
+                                     ulo::Utf8ToWide(example.scope), ulo::Utf8ToWide(example.key)))
+            << example.cultureName << " " << example.scope << "/" << example.key;
     }
 }
 

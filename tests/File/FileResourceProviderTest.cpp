@@ -9,10 +9,7 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
-#include <fstream>
 #include <functional>
-#include <future>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -111,42 +108,51 @@ TEST(FileResourceProviderLocalization, CultureFoldersFromMostSpecificToNeutral) 
               provider.GetLocalizationText(u"s", English("US", "x")).path);
 }
 
-TEST(FileResourceProviderLocalization, SecondSubtagWithoutFirstIsIgnored) {
-    TempTree tree;
-    tree.File("root/en-x/Locs/s.lt").File("root/en--x/Locs/s.lt").File("root/en/Locs/s.lt");
-    auto provider = RootOnly(tree);
-    EXPECT_EQ(Paths(tree, {"root/en/Locs/s.lt", "root/neutral/Locs/s.lt"}),
-              provider.LocalizationFileCandidates(u"s", English("", "x")));
-    EXPECT_EQ(tree.Path("root/en/Locs/s.lt"),
-              provider.GetLocalizationText(u"s", English("", "x")).path);
-}
-
-TEST(FileResourceProviderLocalization, FolderNamesAreMatchedExactlyAsWritten) {
-    TempTree tree;
-    tree.File("root/en-us/Locs/s.lt").File("root/EN/Locs/s.lt").File("root/en/Locs/S.lt");
-    auto provider = RootOnly(tree);
-    EXPECT_THROW_MSG(provider.GetLocalizationText(u"s", English("US")), std::runtime_error,
-                     "cannot find localization file 's.lt'");
-}
-
-TEST(FileResourceProviderLocalization, AlternativeThroughAllItsFoldersBeforeRoot) {
+TEST(FileResourceProviderLocalization, FolderThatServesTheText) {
     const struct {
         std::vector<std::string> files;
-        std::string served;
+        Culture culture;
+        std::string served;                    // "": none
+        std::vector<std::string> probes = {};  // checked unless empty
     } cases[] = {
-        {{"alt/en/Locs/s.lt", "root/en-US/Locs/s.lt"}, "alt/en/Locs/s.lt"},
-        {{"alt/neutral/Locs/s.lt", "root/en-US-x/Locs/s.lt"}, "alt/neutral/Locs/s.lt"},
-        {{"alt/en-US/Locs/s.lt", "root/en-US/Locs/s.lt"}, "alt/en-US/Locs/s.lt"},
-        {{"alt/en-US/Locs/other.lt", "root/neutral/Locs/s.lt"}, "root/neutral/Locs/s.lt"},
+        // The alternative directory goes through all its folders before the root.
+        {{"alt/en/Locs/s.lt", "root/en-US/Locs/s.lt"}, English("US", "x"), "alt/en/Locs/s.lt"},
+        {{"alt/neutral/Locs/s.lt", "root/en-US-x/Locs/s.lt"},
+         English("US", "x"),
+         "alt/neutral/Locs/s.lt"},
+        {{"alt/en-US/Locs/s.lt", "root/en-US/Locs/s.lt"},
+         English("US", "x"),
+         "alt/en-US/Locs/s.lt"},
+        {{"alt/en-US/Locs/other.lt", "root/neutral/Locs/s.lt"},
+         English("US", "x"),
+         "root/neutral/Locs/s.lt"},
+        // A second subtag without a first is ignored.
+        {{"root/en-x/Locs/s.lt", "root/en--x/Locs/s.lt", "root/en/Locs/s.lt"},
+         English("", "x"),
+         "root/en/Locs/s.lt",
+         {"alt/en/Locs/s.lt", "alt/neutral/Locs/s.lt", "root/en/Locs/s.lt",
+          "root/neutral/Locs/s.lt"}},
+        // Folder and file names are matched exactly as written.
+        {{"root/en-us/Locs/s.lt", "root/EN/Locs/s.lt", "root/en/Locs/S.lt"}, English("US"), ""},
     };
     for (const auto& testCase : cases) {
+        SCOPED_TRACE(testCase.files.front());
         TempTree tree;
         for (const std::string& file : testCase.files) {
             tree.File(file);
         }
-        EXPECT_EQ(tree.Path(testCase.served),
-                  WithAlternative(tree).GetLocalizationText(u"s", English("US", "x")).path)
-            << testCase.served;
+        auto provider = WithAlternative(tree);
+        if (!testCase.probes.empty()) {
+            EXPECT_EQ(Paths(tree, testCase.probes),
+                      provider.LocalizationFileCandidates(u"s", testCase.culture));
+        }
+        if (testCase.served.empty()) {
+            EXPECT_THROW_MSG(provider.GetLocalizationText(u"s", testCase.culture),
+                             std::runtime_error, "cannot find localization file 's.lt'");
+        } else {
+            EXPECT_EQ(tree.Path(testCase.served),
+                      provider.GetLocalizationText(u"s", testCase.culture).path);
+        }
     }
 }
 
@@ -323,21 +329,6 @@ TEST(FileResourceProviderSpecialFiles, DirectoryNamedLikeTheFileCountsAsFound) {
     EXPECT_EQ(kCannotOpen, ReadFailure([&] {
                   provider.GetPluralFormRulesText(PluralFormRuleId{kPortuguese, "BR"});
               }));
-}
-
-TEST(FileResourceProviderSpecialFiles, FifoFailsToOpenWithoutBlocking) {
-    TempTree tree;
-    tree.Fifo("root/en/Locs/s.lt");
-    auto provider = RootOnly(tree);
-    auto reading = std::async(std::launch::async, [&] {
-        return ReadFailure([&] { provider.GetLocalizationText(u"s", English()); });
-    });
-    if (reading.wait_for(std::chrono::seconds(10)) == std::future_status::timeout) {
-        ADD_FAILURE() << "reading a FIFO blocked";
-        // A writer releases the blocked reader, so the test fails instead of hanging.
-        std::ofstream writer(ulo::WideToUtf8(tree.Path("root/en/Locs/s.lt")));
-    }
-    EXPECT_EQ(kCannotOpen, reading.get());
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 // Meant to be run under ThreadSanitizer as well: it checks results, never timings.
 
 #include "ModuleHost.h"
+#include "TestSupport/ExampleTexts.h"
 #include "ulo/IIO.h"
 
 #include <gtest/gtest.h>
@@ -12,6 +13,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <fstream>
+#include <iterator>
 #include <mutex>
 #include <string>
 #include <thread>
@@ -47,12 +49,12 @@ class StartLine {
     unsigned round_ = 0;
 };
 
-struct Request {
-    Culture culture;
-    const char* scope;
-    const char* key;
-    const char* text;
-};
+using LocalizationManager::Testing::ExampleText;
+using LocalizationManager::Testing::kExampleTexts;
+
+const ExampleText& Example(std::size_t index) {
+    return kExampleTexts[index % std::size(kExampleTexts)];
+}
 
 TEST_F(ConcurrencyTest, ThreadsShareOneManagerAndRaceForFirstRequests) {
     const std::string examples = LM_EXAMPLES_DIR "/localization";
@@ -60,20 +62,9 @@ TEST_F(ConcurrencyTest, ThreadsShareOneManagerAndRaceForFirstRequests) {
     InterfacePtr<ILocalizationManager> manager =
         Manager(host::Utf8ToUtf16(examples), host::Utf8ToUtf16(alternative));
     ASSERT_TRUE(manager);
-    const auto params = ParamResolver::Create({{"count", "3"}, {"folders", "2"}});
-    const std::vector<Request> requests = {
-        {MakeCulture(kRussian), "download", "summary", "3 файла в 2 папках."},
-        {MakeCulture(kGerman), "download", "windowTitle",
-         "Herunterladen – File Courier Enterprise"},
-        {MakeCulture(kEnglish, "US"), "settings", "theme", "Color scheme"},
-        {MakeCulture(kEnglish, "GB"), "download", "status", "Loaded 3 files."},
-        {MakeCulture(kSerbianLatin), "settings", "title", "Podešavanja"},
-        {MakeCulture(kGerman), "settings", "resetConfirm",
-         "Einstellungen von File Courier zurücksetzen?"},
-        {MakeCulture(kEnglish, "US"), "download", "cleanup",
-         "3 files were removed from 2 folders."},
-        {MakeCulture(kRussian), "settings", "limit", "Хранить в списке не более 3 загрузок"},
-    };
+    const auto params =
+        ParamResolver::Create({{"count", LocalizationManager::Testing::kExampleCount},
+                               {"folders", LocalizationManager::Testing::kExampleFolders}});
     const std::uint64_t logoSize =
         std::ifstream(alternative + "/neutral/Common/logo.txt", std::ios::ate | std::ios::binary)
             .tellg();
@@ -83,8 +74,10 @@ TEST_F(ConcurrencyTest, ThreadsShareOneManagerAndRaceForFirstRequests) {
     // One fresh localizer per round, whose first requests come from every thread at once.
     std::vector<InterfacePtr<ILocalizer>> raced;
     for (std::size_t round = 0; round < kRounds; ++round) {
-        const Request& request = requests[round % requests.size()];
-        raced.push_back(Localizer(*manager, request.scope, request.culture, params.Get()));
+        const ExampleText& example = Example(round);
+        raced.push_back(Localizer(*manager, example.scope,
+                                  MakeCulture(example.languageId, example.firstSubtag),
+                                  params.Get()));
         ASSERT_TRUE(raced.back());
     }
 
@@ -92,15 +85,17 @@ TEST_F(ConcurrencyTest, ThreadsShareOneManagerAndRaceForFirstRequests) {
     const auto work = [&](std::size_t thread) {
         for (std::size_t round = 0; round < kRounds; ++round) {
             startLine.ArriveAndWait();
-            const Request& racing = requests[round % requests.size()];
+            const ExampleText& racing = Example(round);
             EXPECT_EQ(Ok(racing.text), GetText(*raced[round], racing.key));
 
             // Then each makes, uses and drops a localizer of its own while others still race.
-            const Request& own = requests[(round + thread + 1) % requests.size()];
+            const ExampleText& own = Example(round + thread + 1);
             // No ASSERT: a thread that left early would hold the others at the start line.
             InterfacePtr<ILocalizer> localizer;
-            EXPECT_EQ(ulo::kResultOk, manager->GetLocalizer(U16(own.scope), own.culture,
-                                                            params.Get(), localizer.Put()));
+            EXPECT_EQ(
+                ulo::kResultOk,
+                manager->GetLocalizer(U16(own.scope), MakeCulture(own.languageId, own.firstSubtag),
+                                      params.Get(), localizer.Put()));
             if (!localizer) {
                 continue;
             }

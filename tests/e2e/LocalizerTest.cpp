@@ -3,14 +3,14 @@
 
 #include "File/TempTree.h"
 #include "ModuleHost.h"
+#include "TestSupport/ExampleTexts.h"
+#include "TestSupport/Fixtures.h"
 #include "ulo/IIO.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <string_view>
 
@@ -27,11 +27,6 @@ using LocalizerTest = ModuleHostTest;
 const std::string kExamples = LM_EXAMPLES_DIR "/localization";
 const std::string kExamplesAlternative = LM_EXAMPLES_DIR "/localization-alt";
 
-std::string FileBytes(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
-
 // Everything from the stream's position to its end.
 std::string ReadRest(ulo::IIO& stream) {
     std::string bytes;
@@ -47,23 +42,16 @@ TEST_F(LocalizerTest, TextsOfTheExampleTree) {
     InterfacePtr<ILocalizationManager> manager =
         Manager(host::Utf8ToUtf16(kExamples), host::Utf8ToUtf16(kExamplesAlternative));
     ASSERT_TRUE(manager);
-    const auto params = ParamResolver::Create({{"count", "3"}, {"folders", "2"}});
-    const struct {
-        Culture culture;
-        const char* scope;
-        const char* key;
-        const char* text;
-    } cases[] = {
-        {MakeCulture(kRussian), "download", "summary", "3 файла в 2 папках."},
-        {MakeCulture(kGerman, "AT"), "download", "done", "Fertig! 🎉"},
-        {MakeCulture(kEnglish, "US"), "settings", "THEME", "Color scheme"},
-        {MakeCulture(kSerbianLatin), "download", "status", "Preuzeto: 3 datoteke."},
-    };
-    for (const auto& testCase : cases) {
+    const auto params =
+        ParamResolver::Create({{"count", LocalizationManager::Testing::kExampleCount},
+                               {"folders", LocalizationManager::Testing::kExampleFolders}});
+    for (const auto& example : LocalizationManager::Testing::kExampleTexts) {
         InterfacePtr<ILocalizer> localizer =
-            Localizer(*manager, testCase.scope, testCase.culture, params.Get());
+            Localizer(*manager, example.scope, MakeCulture(example.languageId, example.firstSubtag),
+                      params.Get());
         ASSERT_TRUE(localizer);
-        EXPECT_EQ(Ok(testCase.text), GetText(*localizer, testCase.key)) << testCase.key;
+        EXPECT_EQ(Ok(example.text), GetText(*localizer, example.key))
+            << example.cultureName << " " << example.scope << "/" << example.key;
     }
     EXPECT_TRUE(TakeLines().empty());
 }
@@ -212,7 +200,8 @@ TEST_F(LocalizerTest, StreamsOverBinaryResourceFiles) {
     for (const auto& resource : resources) {
         InterfacePtr<ulo::IIO> stream;
         ASSERT_EQ(ulo::kResultOk, localizer->GetStream(U16(resource.key), stream.Put()));
-        EXPECT_EQ(FileBytes(resource.file), ReadRest(*stream)) << resource.key;
+        EXPECT_EQ(LocalizationManager::Testing::ReadBytes(resource.file), ReadRest(*stream))
+            << resource.key;
     }
 
     EXPECT_EQ(ulo::kResultInvalidArgument, localizer->GetStream(U16("icon.svg"), nullptr));
@@ -269,7 +258,8 @@ TEST_F(LocalizerTest, StreamsAreReadOnlyAndSeekable) {
     EXPECT_EQ(ulo::kResultOk, stream->GetSize(&size));
     EXPECT_EQ(bytes.size(), size);
     stream.Reset();
-    EXPECT_EQ(bytes, FileBytes(host::Utf16ToUtf8(tree.Path("root/neutral/Common/data.bin"))));
+    EXPECT_EQ(bytes, LocalizationManager::Testing::ReadBytes(
+                         host::Utf16ToUtf8(tree.Path("root/neutral/Common/data.bin"))));
     EXPECT_TRUE(TakeLines().empty());
 }
 

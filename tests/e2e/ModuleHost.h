@@ -8,6 +8,7 @@
 // objects are gone, that the module lets itself be unloaded, so a reference leaked by the
 // module (or by the test) fails the test that caused it.
 
+#include "TestSupport/Cultures.h"
 #include "localization_manager/ClassIds.h"
 #include "localization_manager/Culture.h"
 #include "localization_manager/ILocalizationManager.h"
@@ -37,14 +38,7 @@ constexpr std::uint32_t kGerman = 12;
 constexpr std::uint32_t kRussian = 26;
 constexpr std::uint32_t kSerbianLatin = 30;
 
-inline Culture MakeCulture(std::uint32_t languageId, const char* firstSubtag = "",
-                           const char* secondSubtag = "") {
-    Culture culture;
-    culture.languageId = languageId;
-    culture.firstSubtag = firstSubtag;
-    culture.secondSubtag = secondSubtag;
-    return culture;
-}
+using LocalizationManager::Testing::MakeCulture;
 
 inline ulo::string16_t U16(std::string_view utf8) {
     return host::ToFrameworkString(utf8);

@@ -28,77 +28,12 @@ json Check(std::vector<std::string> arguments, int expectedStatus) {
     return JsonOf(result);
 }
 
-bool EndsWith(const std::string& text, const std::string& end) {
-    return text.size() >= end.size() &&
-           text.compare(text.size() - end.size(), end.size(), end) == 0;
-}
-
-TEST(CheckCommandTest, FindsEveryKindOfProblemOfTheBrokenTree) {
-    const json report = Check({"--root", kBroken}, 1);
-    const struct {
-        std::string kind;
-        std::string file;  // below the root
-        int line;          // 0: the file or folder as a whole
-        int column;
-        std::string culture;  // one of the cultures affected, or "" for none
-        std::string messagePart;
-    } cases[] = {
-        {"parse-error", "/ru/Locs/settings.lt", 2, 10, "ru", "expecting <eoi> here"},
-        {"duplicate-key", "/de/Locs/download.lt", 4, 1, "de", "'title' (first defined at line 1)"},
-        {"missing-reference", "/de/Locs/download.lt", 5, 9, "de", "Key 'titel' not found"},
-        {"cyclic-reference", "/de/Locs/settings.lt", 2, 1, "de",
-         "Cyclic reference found:(theme->colors->theme)"},
-        {"expansion-limit", "/de/Locs/banner.lt", 21, 1, "de", "exceeds the limit of 33554432"},
-        {"reference-in-plural", "/neutral/Locs/settings.lt", 4, 34, "cs",
-         "Key reference found (onefile)"},
-        // The neutral texts, against the rule of a culture that falls back to them.
-        {"plural-form-count", "/neutral/Locs/download.lt", 4, 37, "cs",
-         "expected: 3, got: 2, discriminator: count"},
-        // A rule file of the tree replaces the built-in rule.
-        {"plural-form-count", "/ru/Locs/download.lt", 4, 26, "ru", "ru/Plural.rule) has 3"},
-        {"rule-parse-error", "/pl/Plural.rule", 3, 1, "pl", "expecting \";\" here"},
-        {"rule-gap", "/ru/Plural.rule", 3, 1, "ru", "no condition holds for 11"},
-        {"missing-common", "/sr-Latn", 0, 0, "sr-Latn", "common.lt"},
-        {"missing-scope", "/sr-Latn", 0, 0, "sr-Latn", "help.lt"},
-        {"parameter-case", "/de/Locs/common.lt", 2, 23, "de", "$UserName"},
-        {"unknown-folder", "/EN", 0, 0, "", "'EN'"},
-        {"ignored-file", "/neutral/Plural.rule", 0, 0, "", "neutral"},
-    };
-    for (const auto& testCase : cases) {
-        bool found = false;
-        for (const json& finding : FindingsOf(report, testCase.kind)) {
-            const json line = testCase.line > 0 ? json(testCase.line) : json(nullptr);
-            const json column = testCase.line > 0 ? json(testCase.column) : json(nullptr);
-            if (!EndsWith(finding["file"], testCase.file) || finding["line"] != line ||
-                finding["column"] != column) {
-                continue;
-            }
-            found = true;
-            EXPECT_THAT(finding["message"].get<std::string>(), HasSubstr(testCase.messagePart))
-                << testCase.kind;
-            const auto& cultures = finding["cultures"];
-            if (testCase.culture.empty()) {
-                EXPECT_TRUE(cultures.empty()) << testCase.kind;
-            } else {
-                EXPECT_NE(cultures.end(),
-                          std::find(cultures.begin(), cultures.end(), json(testCase.culture)))
-                    << testCase.kind;
-            }
-        }
-        EXPECT_TRUE(found) << testCase.kind << " at " << testCase.file << ":" << testCase.line;
-    }
-    // A parse error carries the runtime's whole report.
-    const auto parseErrors = FindingsOf(report, "parse-error");
-    ASSERT_EQ(1u, parseErrors.size());
-    EXPECT_THAT(parseErrors[0]["report"].get<std::string>(),
-                HasSubstr("line 2 column 10\n\"theme = 'Цветовая схема'\"\n"));
-}
-
 // The JSON output is a contract with scripts: any change to it must be deliberate. Run with
 // LM_UPDATE_GOLDEN=1 to rewrite the golden file after such a change.
 TEST(CheckCommandTest, JsonOutputOfTheBrokenTreeIsStable) {
     const ProcessResult result = Locmgr({"check", "--root", kBroken, "--format", "json"});
     EXPECT_EQ(1, result.exitStatus);
+    EXPECT_EQ("", result.err);
     std::string out = result.out;
     // Paths as a user in the project folder would see them.
     for (std::size_t at = out.find(kExamples); at != std::string::npos;
@@ -206,16 +141,6 @@ TEST(CheckCommandTest, TextOutputNamesPlaceKindAndCultures) {
                                       "              ^- expecting <eoi> here\n"));
     EXPECT_THAT(result.out, HasSubstr("12 errors, 4 warnings in 17 text files and 2 rule "
                                       "files; cultures: cs, de, pl, ru, sr-Latn\n"));
-}
-
-TEST(CheckCommandTest, EveryNewCommandExplainsItselfWithAnExample) {
-    for (const std::string command : {"check", "coverage", "explain", "pseudo"}) {
-        const ProcessResult result = Locmgr({command, "--help"});
-        EXPECT_EQ(0, result.exitStatus) << command;
-        EXPECT_THAT(result.out, ::testing::StartsWith("Usage: locmgr " + command)) << command;
-        EXPECT_THAT(result.out, HasSubstr("\nExample:\n  locmgr " + command)) << command;
-    }
-    EXPECT_THAT(Locmgr({"--help"}).out, HasSubstr("  pseudo "));
 }
 
 }  // namespace

@@ -2,7 +2,7 @@
 // version, the hints for mistyped names, and the bash completion that must offer what the
 // help lists.
 
-#include "RunProcess.h"
+#include "Locmgr.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -19,14 +19,8 @@ namespace {
 using ::testing::HasSubstr;
 using ::testing::Not;
 
-const std::string kRoot = LM_EXAMPLES_DIR "/localization";
 const std::vector<std::string> kCommands{"get",   "stream",   "culture", "batch", "parse",
                                          "check", "coverage", "explain", "pseudo"};
-
-ProcessResult Locmgr(std::vector<std::string> arguments) {
-    arguments.insert(arguments.begin(), LM_LOCMGR);
-    return RunProcess(arguments);
-}
 
 // The options the help of `command` lists ("  --root DIR ...", "  -h [ --help ] ...").
 std::set<std::string> OptionsInHelp(const std::string& command) {
@@ -65,21 +59,34 @@ std::set<std::string> Completions(const std::vector<std::string>& words) {
     return offered;
 }
 
+// Each help ends with an example of its command.
+void ExpectUsageAndExample(const ProcessResult& help, const std::string& command,
+                           const std::string& example) {
+    EXPECT_EQ(0, help.exitStatus);
+    EXPECT_EQ("", help.err);
+    EXPECT_THAT(help.out, ::testing::StartsWith("Usage: locmgr " + command));
+    const std::size_t at = help.out.find("\nExample:\n");
+    ASSERT_NE(std::string::npos, at);
+    EXPECT_THAT(help.out.substr(at), HasSubstr("locmgr " + example));
+}
+
 TEST(CommandLineTest, HelpCommandIsTheCommandsHelpOption) {
-    const std::string overview = Locmgr({"--help"}).out;
+    const ProcessResult overview = Locmgr({"--help"});
+    ExpectUsageAndExample(overview, "", "get");
     for (const std::string& command : kCommands) {
         SCOPED_TRACE(command);
-        EXPECT_THAT(overview, HasSubstr("\n  " + command + " "));
+        EXPECT_THAT(overview.out, HasSubstr("\n  " + command + " "));
         const ProcessResult option = Locmgr({command, "--help"});
         const ProcessResult help = Locmgr({"help", command});
-        EXPECT_EQ(0, help.exitStatus);
+        ExpectUsageAndExample(help, command, command);
         EXPECT_EQ(option.out, help.out);
-        EXPECT_EQ("", help.err);
+        EXPECT_EQ(0, option.exitStatus);
+        EXPECT_EQ("", option.err);
         // Generated from the definitions: every option, including help itself, is listed.
         EXPECT_THAT(help.out, HasSubstr("\nOptions:\n"));
         EXPECT_THAT(help.out, HasSubstr("  -h [ --help ]"));
     }
-    EXPECT_EQ(overview, Locmgr({"help"}).out);
+    EXPECT_EQ(overview.out, Locmgr({"help"}).out);
 }
 
 TEST(CommandLineTest, SynopsisMarksRequiredOptionalAndRepeatedOptions) {

@@ -8,7 +8,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <sstream>
 
 namespace locmgr::testing {
 namespace {
@@ -29,13 +28,7 @@ int EntryCount(const std::string& file) {
     if (result.exitStatus != 0) {
         return -1;
     }
-    std::istringstream lines(result.out);
-    std::string line;
-    int count = -1;
-    while (std::getline(lines, line)) {
-        ++count;
-    }
-    return count;
+    return static_cast<int>(Lines(result.out).size()) - 1;  // less the file's header line
 }
 
 TEST_F(PseudoCommandTest, EveryCultureReadsTheCopyOfItsOwnFile) {

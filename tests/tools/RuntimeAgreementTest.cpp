@@ -16,7 +16,6 @@
 #include <filesystem>
 #include <map>
 #include <set>
-#include <sstream>
 
 namespace locmgr::testing {
 namespace {
@@ -98,8 +97,7 @@ std::vector<json> Answers(const std::vector<std::string>& treeArguments, const s
     arguments.insert(arguments.end(), treeArguments.begin(), treeArguments.end());
     const ProcessResult result = Locmgr(arguments, input);
     std::vector<json> answers;
-    std::istringstream lines(result.out);
-    for (std::string line; std::getline(lines, line);) {
+    for (const std::string& line : Lines(result.out)) {
         answers.push_back(json::parse(line));
     }
     return answers;

@@ -2,7 +2,7 @@
 
 // What the tests of locmgr's tree commands share: running locmgr, reading its JSON.
 
-#include "RunProcess.h"
+#include "Locmgr.h"
 
 #include <gtest/gtest.h>
 
@@ -12,15 +12,7 @@
 
 namespace locmgr::testing {
 
-inline const std::string kExamples = LM_EXAMPLES_DIR;
 inline const std::string kBroken = kExamples + "/broken";
-inline const std::string kRoot = kExamples + "/localization";
-inline const std::string kAlt = kExamples + "/localization-alt";
-
-inline ProcessResult Locmgr(std::vector<std::string> arguments, const std::string& input = "") {
-    arguments.insert(arguments.begin(), LM_LOCMGR);
-    return RunProcess(arguments, input);
-}
 
 // The JSON locmgr printed; fails the test when it printed none.
 inline nlohmann::json JsonOf(const ProcessResult& result) {

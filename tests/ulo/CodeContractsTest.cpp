@@ -8,7 +8,6 @@
 #include <cstdint>
 #include <memory>
 #include <string>
-#include <type_traits>
 
 namespace {
 
@@ -122,21 +121,6 @@ TEST(CheckCallTest, FixedFileAndLineReplaceTheRealOnes) {
                         "File/FileResourceProvider", 111,
                         "root localization URI has to be directory, error: Path "
                         "not found"));
-}
-
-TEST(CodeContractsTest, ClassesDeriveAsTheHandlersExpect) {
-    using code_contracts::ContractViolationException;
-    static_assert(std::is_base_of_v<std::runtime_error, ContractViolationException>);
-    static_assert(std::is_base_of_v<ContractViolationException, RequireViolationException>);
-    static_assert(std::is_base_of_v<ContractViolationException, InvariantViolationException>);
-    static_assert(std::is_base_of_v<RequireViolationException,
-                                    NullPointerException<RequireViolationException>>);
-    static_assert(std::is_base_of_v<InvariantViolationException,
-                                    NullPointerException<InvariantViolationException>>);
-    static_assert(!std::is_base_of_v<RequireViolationException,
-                                     NullPointerException<InvariantViolationException>>);
-    static_assert(std::is_base_of_v<ContractViolationException, UloCallFailedException>);
-    static_assert(!std::is_base_of_v<RequireViolationException, UloCallFailedException>);
 }
 
 }  // namespace

@@ -93,12 +93,5 @@ TEST(PluralFormRules, AParsedRuleReplacesOnlyItsOwnId) {
     EXPECT_TRUE(empty->GetRuleEntries({7, ""}).empty());
 }
 
-TEST(PluralFormRules, GetRuleEntriesReturnsACopy) {
-    const auto rules = CreatePluralFormRules();
-    PluralRuleEntries entries = rules->GetRuleEntries({7, ""});
-    entries.clear();
-    EXPECT_EQ(2, rules->GetRuleEntryCount({7, ""}));
-}
-
 }  // namespace
 }  // namespace LocalizationManager::StringLocalizing::Model
