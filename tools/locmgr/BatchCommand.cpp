@@ -153,7 +153,7 @@ class Batch {
     std::map<LocalizerKey, Recent::iterator> index_;
 };
 
-const OptionSpec kMaxLocalizersOption =
+const OptionDefinition kMaxLocalizersOption =
     Valued("--max-localizers", "N", "keep at most N localizers at a time, N from 1 up")
         .Default("256");
 

@@ -13,7 +13,7 @@ namespace locmgr {
 
 namespace {
 
-const OptionSpec kStrictOption = Flag("--strict", "fail on warnings too");
+const OptionDefinition kStrictOption = Flag("--strict", "fail on warnings too");
 
 int Run(const Options& options) {
     analysis::CheckOptions check;

@@ -13,20 +13,21 @@ namespace {
 
 constexpr std::size_t kSynopsisWidth = 80;
 
-std::string SynopsisItem(const OptionSpec& spec) {
-    std::string item = spec.IsFlag() ? spec.name : spec.name + " " + spec.valueName;
-    if (!spec.required) {
+std::string SynopsisItem(const OptionDefinition& definition) {
+    std::string item =
+        definition.IsFlag() ? definition.name : definition.name + " " + definition.valueName;
+    if (!definition.required) {
         item = "[" + item + "]";
     }
-    return spec.repeatable ? item + "..." : item;
+    return definition.repeatable ? item + "..." : item;
 }
 
 // "Usage: locmgr get --root DIR [--alt DIR] ... KEY...", wrapped below the first item.
 std::string Synopsis(const Command& command) {
     const std::string lead = std::string("Usage: locmgr ") + command.name + " ";
     std::vector<std::string> items;
-    for (const OptionSpec& spec : command.options) {
-        items.push_back(SynopsisItem(spec));
+    for (const OptionDefinition& definition : command.options) {
+        items.push_back(SynopsisItem(definition));
     }
     if (*command.operands != '\0') {
         items.emplace_back(command.operands);

@@ -1,7 +1,7 @@
 #pragma once
 
 // The help texts of locmgr, generated from the command descriptions (Commands.h): the
-// synopsis and the option list come from the OptionSpecs, so they always match what the
+// synopsis and the option list come from the OptionDefinitions, so they always match what the
 // parser accepts. help2man turns the overview into the manual page.
 
 #include "Commands.h"

@@ -4,7 +4,7 @@
 // culture name into a culture with a message a user understands.
 
 #include "ModuleSession.h"
-#include "OptionSpec.h"
+#include "OptionDefinition.h"
 #include "Options.h"
 #include "localization_manager/Culture.h"
 
@@ -14,17 +14,18 @@
 namespace locmgr {
 
 // The options several commands share, as most of them use them; a command that uses one
-// otherwise refines it (OptionSpec::Describe, Repeatable, Required).
-const OptionSpec kModuleOption =
+// otherwise refines it (OptionDefinition::Describe, Repeatable, Required).
+const OptionDefinition kModuleOption =
     Valued("--module", "PATH", "the module to load (default: the one beside locmgr)");
-const OptionSpec kRootOption = Valued("--root", "DIR", "the localization directory").Required();
-const OptionSpec kAltOption =
+const OptionDefinition kRootOption =
+    Valued("--root", "DIR", "the localization directory").Required();
+const OptionDefinition kAltOption =
     Valued("--alt", "DIR", "an alternative directory, searched before the root");
-const OptionSpec kScopeOption =
+const OptionDefinition kScopeOption =
     Valued("--scope", "SCOPE", "the scope (its texts are in Locs/SCOPE.lt)").Required();
-const OptionSpec kCultureOption =
+const OptionDefinition kCultureOption =
     Valued("--culture", "NAME", "a culture name: ru, en-US, sr-Latn, anz, ...").Required();
-const OptionSpec kFormatOption =
+const OptionDefinition kFormatOption =
     Valued("--format", "FORMAT", "text or json (schema in docs/checking-translations.md)")
         .Default("text");
 

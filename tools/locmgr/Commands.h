@@ -4,7 +4,7 @@
 // main only picks the command, parses its options and prints its help, which is generated
 // from this description.
 
-#include "OptionSpec.h"
+#include "OptionDefinition.h"
 #include "Options.h"
 
 #include <string>
@@ -17,7 +17,7 @@ struct Command {
     const char* summary;      // one line for the overview
     const char* operands;     // the operands in the synopsis ("KEY...", "[NAME]..."), or ""
     const char* description;  // what the command does, for its help; the option list is added
-    std::vector<OptionSpec> options;
+    std::vector<OptionDefinition> options;
     const char* examples;  // command lines, one or more, each line indented by two spaces
     int (*run)(const Options& options);
 };

@@ -15,7 +15,7 @@ namespace locmgr {
 
 namespace {
 
-const OptionSpec kReferenceOption =
+const OptionDefinition kReferenceOption =
     Valued("--reference", "CULTURE", "compare with this culture instead of \"neutral\"")
         .Default(analysis::kNeutralFolder);
 

@@ -16,10 +16,10 @@ namespace {
 
 namespace host = localization_manager::host;
 
-const OptionSpec kParamOption =
+const OptionDefinition kParamOption =
     Valued("--param", "NAME=VALUE", "the value of parameter $NAME; the last one given wins")
         .Repeatable();
-const OptionSpec kNoResolverOption =
+const OptionDefinition kNoResolverOption =
     Flag("--no-resolver", "give the module no parameter resolver at all");
 
 std::vector<std::pair<std::string, std::string>> ParseParams(const Options& options) {

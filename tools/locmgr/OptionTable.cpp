@@ -15,17 +15,18 @@ constexpr unsigned kLineLength = 80;
 // error, the last value wins where one counts, and the commands convert values themselves so
 // that their messages stay their own. Defaults are Options' business, not Boost's, so that
 // a default given on the command line still counts as given.
-po::typed_value<std::vector<std::string>>* SemanticOf(const OptionSpec& spec) {
+po::typed_value<std::vector<std::string>>* SemanticOf(const OptionDefinition& definition) {
     auto* semantic = po::value<std::vector<std::string>>();
-    return spec.IsFlag() ? semantic->zero_tokens() : semantic->value_name(spec.valueName);
+    return definition.IsFlag() ? semantic->zero_tokens()
+                               : semantic->value_name(definition.valueName);
 }
 
-std::string DescriptionOf(const OptionSpec& spec) {
-    std::string description = spec.description;
-    if (!spec.defaultValue.empty()) {
-        description += " (default: " + spec.defaultValue + ")";
+std::string DescriptionOf(const OptionDefinition& definition) {
+    std::string description = definition.description;
+    if (!definition.defaultValue.empty()) {
+        description += " (default: " + definition.defaultValue + ")";
     }
-    return spec.repeatable ? description + " (repeatable)" : description;
+    return definition.repeatable ? description + " (repeatable)" : description;
 }
 
 }  // namespace
@@ -34,19 +35,19 @@ std::string BoostKey(const std::string& name) {
     return name.substr(name.find_first_not_of('-'));
 }
 
-po::options_description VisibleOptions(const std::vector<OptionSpec>& specs) {
+po::options_description VisibleOptions(const std::vector<OptionDefinition>& definitions) {
     po::options_description options("Options", kLineLength, kLineLength / 2);
-    for (const OptionSpec& spec : specs) {
-        options.add_options()(BoostKey(spec.name).c_str(), SemanticOf(spec),
-                              DescriptionOf(spec).c_str());
+    for (const OptionDefinition& definition : definitions) {
+        options.add_options()(BoostKey(definition.name).c_str(), SemanticOf(definition),
+                              DescriptionOf(definition).c_str());
     }
     options.add_options()("help,h", po::value<std::vector<std::string>>()->zero_tokens(),
                           "show this help and exit");
     return options;
 }
 
-po::options_description ParsedOptions(const std::vector<OptionSpec>& specs) {
-    po::options_description options = VisibleOptions(specs);
+po::options_description ParsedOptions(const std::vector<OptionDefinition>& definitions) {
+    po::options_description options = VisibleOptions(definitions);
     options.add_options()(kOperandsKey, po::value<std::vector<std::string>>());
     return options;
 }

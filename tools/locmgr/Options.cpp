@@ -14,10 +14,11 @@ namespace po = boost::program_options;
 
 namespace {
 
-const OptionSpec* FindSpec(const std::vector<OptionSpec>& specs, const std::string& name) {
-    for (const OptionSpec& spec : specs) {
-        if (spec.name == name) {
-            return &spec;
+const OptionDefinition* FindSpec(const std::vector<OptionDefinition>& definitions,
+                                 const std::string& name) {
+    for (const OptionDefinition& definition : definitions) {
+        if (definition.name == name) {
+            return &definition;
         }
     }
     return nullptr;
@@ -27,17 +28,17 @@ const OptionSpec* FindSpec(const std::vector<OptionSpec>& specs, const std::stri
 // `--alt="$ALT"` with ALT unset means no alternative directory), so it becomes the separate
 // empty token Boost accepts. Flags keep their "=" and are refused as before.
 std::vector<std::string> SplitEmptyValues(const std::vector<std::string>& arguments,
-                                          const std::vector<OptionSpec>& specs) {
+                                          const std::vector<OptionDefinition>& definitions) {
     std::vector<std::string> split;
     bool optionsEnded = false;
     for (const std::string& argument : arguments) {
         optionsEnded = optionsEnded || argument == "--";
         const bool emptyValue = !optionsEnded && argument.size() > 3 &&
                                 argument.compare(0, 2, "--") == 0 && argument.back() == '=';
-        const OptionSpec* spec =
-            emptyValue ? FindSpec(specs, argument.substr(0, argument.size() - 1)) : nullptr;
-        if (spec != nullptr && !spec->IsFlag()) {
-            split.push_back(spec->name);
+        const OptionDefinition* definition =
+            emptyValue ? FindSpec(definitions, argument.substr(0, argument.size() - 1)) : nullptr;
+        if (definition != nullptr && !definition->IsFlag()) {
+            split.push_back(definition->name);
             split.emplace_back();
         } else {
             split.push_back(argument);
@@ -46,11 +47,12 @@ std::vector<std::string> SplitEmptyValues(const std::vector<std::string>& argume
     return split;
 }
 
-UsageError UnknownOption(const std::string& token, const std::vector<OptionSpec>& specs) {
+UsageError UnknownOption(const std::string& token,
+                         const std::vector<OptionDefinition>& definitions) {
     const std::string name = token.substr(0, token.find('='));
     std::vector<std::string> known{"--help"};
-    for (const OptionSpec& spec : specs) {
-        known.push_back(spec.name);
+    for (const OptionDefinition& definition : definitions) {
+        known.push_back(definition.name);
     }
     std::string message = "unknown option '" + name + "'";
     const std::string closest = ClosestName(name, known);
@@ -74,18 +76,18 @@ UsageError SyntaxError(const po::invalid_command_line_syntax& error) {
 }
 
 po::variables_map ParseWithBoost(const std::vector<std::string>& arguments,
-                                 const std::vector<OptionSpec>& specs) {
+                                 const std::vector<OptionDefinition>& definitions) {
     po::positional_options_description positional;
     positional.add(kOperandsKey, -1);
     // Without guessing, "--ro" is a mistake to point out, not a silent "--root".
     const int style =
         po::command_line_style::default_style & ~po::command_line_style::allow_guessing;
     // The parsed options point into the description, which must outlive them.
-    const po::options_description description = ParsedOptions(specs);
+    const po::options_description description = ParsedOptions(definitions);
     po::variables_map parsed;
     try {
         const po::parsed_options options =
-            po::command_line_parser(SplitEmptyValues(arguments, specs))
+            po::command_line_parser(SplitEmptyValues(arguments, definitions))
                 .options(description)
                 .positional(positional)
                 .style(style)
@@ -93,12 +95,12 @@ po::variables_map ParseWithBoost(const std::vector<std::string>& arguments,
         // The operands' hidden option is an option to Boost; typed by name, it is unknown.
         for (const po::option& option : options.options) {
             if (option.string_key == kOperandsKey && option.position_key == -1) {
-                throw UnknownOption(option.original_tokens.front(), specs);
+                throw UnknownOption(option.original_tokens.front(), definitions);
             }
         }
         po::store(options, parsed);
     } catch (const po::unknown_option& error) {
-        throw UnknownOption(error.get_option_name(), specs);
+        throw UnknownOption(error.get_option_name(), definitions);
     } catch (const po::invalid_command_line_syntax& error) {
         throw SyntaxError(error);
     } catch (const po::error& error) {
@@ -110,24 +112,24 @@ po::variables_map ParseWithBoost(const std::vector<std::string>& arguments,
 }  // namespace
 
 Options Options::Parse(const std::vector<std::string>& arguments,
-                       const std::vector<OptionSpec>& specs) {
-    const po::variables_map parsed = ParseWithBoost(arguments, specs);
+                       const std::vector<OptionDefinition>& definitions) {
+    const po::variables_map parsed = ParseWithBoost(arguments, definitions);
     Options options;
     options.helpRequested_ = parsed.count("help") != 0;
     if (parsed.count(kOperandsKey) != 0) {
         options.operands_ = parsed[kOperandsKey].as<std::vector<std::string>>();
     }
-    for (const OptionSpec& spec : specs) {
-        options.defaults_[spec.name] = spec.defaultValue;
-        const std::string key = BoostKey(spec.name);
+    for (const OptionDefinition& definition : definitions) {
+        options.defaults_[definition.name] = definition.defaultValue;
+        const std::string key = BoostKey(definition.name);
         if (parsed.count(key) != 0) {
-            options.given_[spec.name] = parsed[key].as<std::vector<std::string>>();
+            options.given_[definition.name] = parsed[key].as<std::vector<std::string>>();
         }
     }
     if (!options.helpRequested_) {
-        for (const OptionSpec& spec : specs) {
-            if (spec.required) {
-                options.Required(spec.name, spec.valueName);
+        for (const OptionDefinition& definition : definitions) {
+            if (definition.required) {
+                options.Required(definition.name, definition.valueName);
             }
         }
     }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "OptionSpec.h"
+#include "OptionDefinition.h"
 #include "UsageError.h"
 
 #include <map>
@@ -10,15 +10,15 @@
 namespace locmgr {
 
 // The options and operands of one command line, parsed by Boost.Program_options against the
-// command's OptionSpecs. "--name VALUE" and "--name=VALUE" are the same; "--" ends the options,
-// so that an operand may begin with "-"; a lone "-" is an operand. Immutable once parsed.
+// command's OptionDefinitions. "--name VALUE" and "--name=VALUE" are the same; "--" ends the
+// options, so that an operand may begin with "-"; a lone "-" is an operand. Immutable once parsed.
 class Options {
   public:
     // Throws UsageError for an unknown option (naming the nearest known one when there is a
     // plausible one), a missing value or a value given to a flag, and, unless help is asked
     // for, for a required option that is absent or empty.
     static Options Parse(const std::vector<std::string>& arguments,
-                         const std::vector<OptionSpec>& specs);
+                         const std::vector<OptionDefinition>& definitions);
 
     bool HelpRequested() const { return helpRequested_; }
     // Whether `name` ("--root") was given on the command line.

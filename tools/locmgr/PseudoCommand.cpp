@@ -13,10 +13,10 @@ namespace locmgr {
 
 namespace {
 
-const OptionSpec kOutOption =
+const OptionDefinition kOutOption =
     Valued("--out", "ALTDIR", "where to write (created; existing files of the same name replaced)")
         .Required();
-const OptionSpec kStyleOption =
+const OptionDefinition kStyleOption =
     Valued("--style", "STYLE", "accents, long or rtl (see Styles above)").Default("accents");
 
 int Run(const Options& options) {

@@ -7,7 +7,7 @@ namespace locmgr {
 // One option of a command, declared once: the parser, the generated help and the synopsis
 // all read it. Built with Valued or Flag and refined by copy:
 //   Valued("--format", "FORMAT", "text or json").Default("text")
-struct OptionSpec {
+struct OptionDefinition {
     std::string name;          // as typed: "--root"
     std::string valueName;     // "DIR"; empty for a flag, which takes no value
     std::string description;   // one phrase for the help
@@ -19,41 +19,41 @@ struct OptionSpec {
 
     bool IsFlag() const { return valueName.empty(); }
 
-    OptionSpec Default(std::string value) const {
-        OptionSpec copy = *this;
+    OptionDefinition Default(std::string value) const {
+        OptionDefinition copy = *this;
         copy.defaultValue = std::move(value);
         return copy;
     }
-    OptionSpec Repeatable() const {
-        OptionSpec copy = *this;
+    OptionDefinition Repeatable() const {
+        OptionDefinition copy = *this;
         copy.repeatable = true;
         return copy;
     }
-    OptionSpec Required() const {
-        OptionSpec copy = *this;
+    OptionDefinition Required() const {
+        OptionDefinition copy = *this;
         copy.required = true;
         return copy;
     }
-    OptionSpec Optional() const {
-        OptionSpec copy = *this;
+    OptionDefinition Optional() const {
+        OptionDefinition copy = *this;
         copy.required = false;
         return copy;
     }
     // The same option described for one command's use of it.
-    OptionSpec Describe(std::string text) const {
-        OptionSpec copy = *this;
+    OptionDefinition Describe(std::string text) const {
+        OptionDefinition copy = *this;
         copy.description = std::move(text);
         return copy;
     }
 };
 
-inline OptionSpec Valued(std::string name, std::string valueName, std::string description) {
-    return OptionSpec{
+inline OptionDefinition Valued(std::string name, std::string valueName, std::string description) {
+    return OptionDefinition{
         std::move(name), std::move(valueName), std::move(description), "", false, false};
 }
 
-inline OptionSpec Flag(std::string name, std::string description) {
-    return OptionSpec{std::move(name), "", std::move(description), "", false, false};
+inline OptionDefinition Flag(std::string name, std::string description) {
+    return OptionDefinition{std::move(name), "", std::move(description), "", false, false};
 }
 
 }  // namespace locmgr
