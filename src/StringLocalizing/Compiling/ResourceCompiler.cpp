@@ -4,7 +4,6 @@
 #include "StringLocalizing/Compiling/ExpansionLimitException.h"
 #include "ulo/rtl/CodeContracts.h"
 
-#include <algorithm>
 #include <stdexcept>
 #include <utility>
 
@@ -38,14 +37,6 @@ struct CopyCostVisitor : boost::static_visitor<std::size_t> {
 
 std::size_t CopyCost(const Model::Operand& operand) {
     return boost::apply_visitor(CopyCostVisitor(), operand);
-}
-
-bool IsKeyReference(const Model::Operand& operand) {
-    return boost::get<Model::KeyRef>(&operand) != nullptr;
-}
-
-bool HasKeyReference(const Model::Value& value) {
-    return std::any_of(value.operands.begin(), value.operands.end(), IsKeyReference);
 }
 
 }  // namespace
@@ -83,7 +74,7 @@ void ResourceCompiler::GetExpression(const std::u16string& key,
 void ResourceCompiler::CompileKey(const std::u16string& key, Model::Value& value) {
     // A value without references (every value of a dictionary compiled before) is left
     // untouched, not rebuilt, and never stands on the visiting stack.
-    if (compiledKeys_.count(key) != 0 || !HasKeyReference(value)) {
+    if (compiledKeys_.count(key) != 0 || !Model::HasKeyReference(value)) {
         return;
     }
     // Keys are compiled one at a time: a parent never asks its child, so nothing calls back
@@ -137,7 +128,7 @@ void ResourceCompiler::VisitNextOperand() {
         return;
     }
     const auto& [key, value] = *position;
-    if (compiledKeys_.count(key) != 0 || !HasKeyReference(value)) {
+    if (compiledKeys_.count(key) != 0 || !Model::HasKeyReference(value)) {
         AppendExpansion(value.operands, frame);
         compiledKeys_.insert(key);
         ++frame.nextOperand;

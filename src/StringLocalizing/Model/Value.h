@@ -70,6 +70,17 @@ inline bool operator==(const Value& left, const Value& right) {
     return left.operands == right.operands;
 }
 
+// Whether a value still holds a key reference at its top level, where the compiler expands
+// them (references inside plural forms are never expanded).
+inline bool HasKeyReference(const Value& value) {
+    for (const Operand& operand : value.operands) {
+        if (boost::get<KeyRef>(&operand) != nullptr) {
+            return true;
+        }
+    }
+    return false;
+}
+
 // The text of a value made of one literal text, which is then its resolved text as well;
 // null for any other value.
 inline const std::u16string* PlainText(const Value& value) {

@@ -7,8 +7,6 @@
 
 #include <boost/make_shared.hpp>
 
-#include <algorithm>
-
 namespace locmgr::analysis {
 
 namespace {
@@ -109,13 +107,6 @@ std::vector<Finding> Compile(const FileUse& use, Compiling::ResourceCompiler& co
     return findings;
 }
 
-bool HasReference(const Model::Value& value) {
-    return std::any_of(value.operands.begin(), value.operands.end(),
-                       [](const Model::Operand& operand) {
-                           return boost::get<Model::KeyRef>(&operand) != nullptr;
-                       });
-}
-
 // A copy of the entries that compiling changes: those with references. The others compile to
 // themselves and are read where they are, through a provider over the file's dictionary, so a
 // large file of plain texts is not held twice.
@@ -129,7 +120,7 @@ CompilableCopy CopyToCompile(const LocFile& file,
     CompilableCopy compilable{boost::make_shared<Model::ResourceDictionary>(), parent};
     if (file.Dictionary()) {
         for (const auto& entry : *file.Dictionary()) {
-            if (HasReference(entry.second)) {
+            if (Model::HasKeyReference(entry.second)) {
                 compilable.copy->insert(compilable.copy->end(), entry);
             }
         }
