@@ -54,6 +54,9 @@ TEST(CheckCommandTest, ExitStatusSaysWhetherTheTreeCanShip) {
     TempTree tree;
     tree.File("neutral/Locs/common.lt", "a = 'x' + $count + $Count\n");
     const std::string warningsOnly = std::filesystem::path(tree.Path()).string();
+    TempTree settingsTree;
+    settingsTree.File("neutral/Locs/common.lt", "a = 'x'").File("locmgr.json", "{");
+    const std::string badSettings = std::filesystem::path(settingsTree.Path()).string();
     const struct {
         std::vector<std::string> arguments;
         int status;
@@ -72,12 +75,43 @@ TEST(CheckCommandTest, ExitStatusSaysWhetherTheTreeCanShip) {
         {{"check", "--root", kRoot, "--format", "xml"}, 2, "unknown --format 'xml'"},
         {{"check", "--root", kRoot, "--culture", "klingon"}, 2, "unknown culture name 'klingon'"},
         {{"check", "--root", kRoot, "extra"}, 2, "takes no operands"},
+        {{"check", "--root", kRoot, "--reference", "klingon"}, 2, "unknown culture name 'klingon'"},
+        {{"check", "--root", badSettings}, 2, "locmgr.json: not valid JSON"},
+        {{"check", "--root", kRoot, "--baseline", "a", "--write-baseline", "b"}, 2, "exclude"},
+        {{"check", "--root", kRoot, "--baseline", kRoot + "/none.json"},
+         2,
+         "cannot read the baseline"},
     };
     for (const auto& testCase : cases) {
         const ProcessResult result = Locmgr(testCase.arguments);
         EXPECT_EQ(testCase.status, result.exitStatus) << testCase.arguments.back() << result.err;
         EXPECT_THAT(result.err, HasSubstr(testCase.errPart));
     }
+}
+
+// A translator's partial file: the runtime would fail one request and show one English text.
+TEST(CheckCommandTest, APartialTranslationFailsUntilABaselineAcceptsIt) {
+    TempTree tree;
+    tree.File("neutral/Locs/common.lt", "ok = 'OK'")
+        .File("neutral/Locs/download.lt", "title = 'Download'\nretry = 'Try again'\ndone = 'Done'")
+        .File("fr/Locs/download.lt", "title = 'Télécharger'\nretry = 'Try again'\nmore = 'Plus'");
+    const std::string root = std::filesystem::path(tree.Path()).string();
+    const std::string baseline = std::filesystem::path(tree.Path("baseline.json")).string();
+
+    ProcessResult result = Locmgr({"check", "--root", root, "--strict"});
+    EXPECT_EQ(1, result.exitStatus);
+    EXPECT_THAT(result.out, HasSubstr("download.lt: error: key 'done' of the reference is "
+                                      "neither here nor in the culture's common.lt"));
+    EXPECT_THAT(result.out, HasSubstr("[obsolete-key]"));
+    EXPECT_THAT(result.out, HasSubstr("[untranslated]"));
+    EXPECT_THAT(result.out, HasSubstr("completion against neutral: fr 25% (1 of 4)\n"));
+
+    result = Locmgr({"check", "--root", root, "--write-baseline", baseline});
+    EXPECT_EQ(0, result.exitStatus);
+    EXPECT_EQ("baseline of 3 findings written to " + baseline + "\n", result.out);
+    result = Locmgr({"check", "--root", root, "--strict", "--baseline", baseline});
+    EXPECT_EQ(0, result.exitStatus) << result.out;
+    EXPECT_THAT(result.out, HasSubstr("3 findings accepted by the baseline not shown\n"));
 }
 
 TEST(CheckCommandTest, ExtraCulturesAreCheckedAgainstTheTextsTheyFallBackTo) {
@@ -139,7 +173,10 @@ TEST(CheckCommandTest, TextOutputNamesPlaceKindAndCultures) {
                                                 "    cultures: de\n"));
     EXPECT_THAT(result.out, HasSubstr("    \"theme = 'Цветовая схема'\"\n"
                                       "              ^- expecting <eoi> here\n"));
-    EXPECT_THAT(result.out, HasSubstr("12 errors, 4 warnings in 17 text files and 2 rule "
+    EXPECT_THAT(result.out,
+                HasSubstr("completion against neutral: cs 0% (0 of 8), de 25% (2 of "
+                          "8), pl 0% (0 of 8), ru 37% (3 of 8), sr-Latn 37% (3 of 8)\n"));
+    EXPECT_THAT(result.out, HasSubstr("16 errors, 7 warnings in 17 text files and 2 rule "
                                       "files; cultures: cs, de, pl, ru, sr-Latn\n"));
 }
 

@@ -36,30 +36,39 @@ struct Request {
 };
 
 // Every key a request for `scope` in `culture` can ask for: those of the scope's file and of
-// the culture's common texts. A file that does not parse gives the keys before its error.
+// the culture's common texts, and those the "neutral" texts define, which an application
+// asks of every culture. A file that does not parse gives the keys before its error.
 std::vector<Request> RequestsFor(const analysis::TreeModel& model, const std::string& scope,
                                  const std::string& culture) {
     std::vector<Request> requests;
+    std::set<std::u16string> keys;
     analysis::LocFileCache files;
     const auto& cultureValue = model.Cultures().at(culture);
     for (const std::string& source : {scope, std::string("common")}) {
-        const std::u16string path = model.ServingFile(source, cultureValue);
-        if (path.empty()) {
-            continue;
-        }
-        for (const auto& entry : files.Get(path).Entries()) {
-            requests.push_back({scope, culture, ulo::WideToUtf8(entry.key), {}});
+        for (const std::u16string& path :
+             {model.ServingFile(source, cultureValue), model.NeutralFile(source)}) {
+            if (path.empty()) {
+                continue;
+            }
+            for (const auto& entry : files.Get(path).Entries()) {
+                if (keys.insert(entry.lowerKey).second) {
+                    requests.push_back({scope, culture, ulo::WideToUtf8(entry.key), {}});
+                }
+            }
         }
     }
     return requests;
 }
 
-// Every parameter name any text of the tree uses: references copy the parameters of the keys
-// they name, so each request is given all of them.
+// The parameters the application knows: every name the "neutral" texts use. References copy
+// the parameters of the keys they name, so each request is given all of them.
 std::vector<std::string> ParametersOf(const analysis::TreeModel& model) {
     std::set<std::string> names;
     analysis::LocFileCache files;
     for (const analysis::LocFileEntry& file : model.Inventory().locFiles) {
+        if (!model.Inventory().folders[file.folder].neutral) {
+            continue;
+        }
         for (const auto& entry : files.Get(file.path).Entries()) {
             for (const auto& parameter : entry.parameters) {
                 names.insert(ulo::WideToUtf8(parameter.name));

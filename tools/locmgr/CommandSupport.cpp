@@ -1,5 +1,8 @@
 #include "CommandSupport.h"
 
+#include "CultureFolder.h"
+#include "StringLocalizing/Model/CultureNames.h"
+#include "UsageError.h"
 #include "ulo/ResultCode.h"
 
 #include <iostream>
@@ -29,6 +32,20 @@ std::string FormatOption(const Options& options, const std::vector<std::string>&
         known += (known.empty() ? "" : ", ") + candidate;
     }
     throw UsageError("unknown --format '" + format + "'; use one of " + known);
+}
+
+std::string ReferenceOption(const Options& options, std::vector<std::string>& extraCultures) {
+    const std::string reference = options.Value(kReferenceOption.name);
+    if (reference == analysis::kNeutralFolder) {
+        return reference;
+    }
+    localization_manager::Culture culture;
+    if (ulo::Failed(
+            LocalizationManager::StringLocalizing::Model::ConvertCultureName(reference, culture))) {
+        throw UsageError("unknown culture name '" + reference + "' for --reference");
+    }
+    extraCultures.push_back(reference);
+    return analysis::CultureName(culture);
 }
 
 bool OpenTreeOrReport(ModuleSession& session, const Options& options) {

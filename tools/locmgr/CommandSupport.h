@@ -28,6 +28,9 @@ const OptionDefinition kCultureOption =
 const OptionDefinition kFormatOption =
     Valued("--format", "FORMAT", "text or json (schema in docs/checking-translations.md)")
         .Default("text");
+const OptionDefinition kReferenceOption =
+    Valued("--reference", "CULTURE", "compare with this culture instead of \"neutral\"")
+        .Default("neutral");
 
 // Converts `name` through the session's culture converter; on failure says so on standard
 // error and returns false.
@@ -36,6 +39,12 @@ bool ConvertCultureOrReport(ModuleSession& session, const std::string& name,
 
 // The value of --format, which must be one of `formats`; throws UsageError otherwise.
 std::string FormatOption(const Options& options, const std::vector<std::string>& formats);
+
+// The value of --reference as the analysis names it: "neutral", or the folder name of the
+// culture given as an application writes it ("anz", "EN-us"). A culture is also
+// appended to `extraCultures`, so that the tree is analysed for it even without a folder of
+// its own. Throws UsageError for an unknown culture name.
+std::string ReferenceOption(const Options& options, std::vector<std::string>& extraCultures);
 
 // Constructs the session's manager over --root and --alt; on failure reports and returns
 // false.

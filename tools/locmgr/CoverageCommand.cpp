@@ -2,10 +2,7 @@
 #include "Commands.h"
 #include "Coverage.h"
 #include "CoverageOutput.h"
-#include "CultureFolder.h"
-#include "StringLocalizing/Model/CultureNames.h"
 #include "TreeModel.h"
-#include "ulo/ResultCode.h"
 
 #include <iostream>
 #include <stdexcept>
@@ -15,10 +12,6 @@ namespace locmgr {
 
 namespace {
 
-const OptionDefinition kReferenceOption =
-    Valued("--reference", "CULTURE", "compare with this culture instead of \"neutral\"")
-        .Default(analysis::kNeutralFolder);
-
 int Run(const Options& options) {
     const std::string root = options.Value(kRootOption.name);
     const std::string alternative = options.Value(kAltOption.name);
@@ -26,18 +19,8 @@ int Run(const Options& options) {
     if (!options.Operands().empty()) {
         throw UsageError("coverage takes no operands");
     }
-    std::string reference = options.Value(kReferenceOption.name);
     std::vector<std::string> extra;
-    if (reference != analysis::kNeutralFolder) {
-        // A culture name as an application writes it ("anz"), shown by its folder name.
-        localization_manager::Culture culture;
-        if (ulo::Failed(LocalizationManager::StringLocalizing::Model::ConvertCultureName(
-                reference, culture))) {
-            throw UsageError("unknown culture name '" + reference + "' for --reference");
-        }
-        extra.push_back(reference);
-        reference = analysis::CultureName(culture);
-    }
+    const std::string reference = ReferenceOption(options, extra);
     try {
         const analysis::TreeModel model(root, alternative, extra);
         const analysis::CoverageReport report = analysis::ComputeCoverage(model, reference);

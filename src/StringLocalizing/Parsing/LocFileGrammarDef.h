@@ -155,7 +155,8 @@ LocFileGrammar<Iterator>::LocFileGrammar(Model::ResourceDictionary& dictionary,
                                          [recordSpan(indexRecorder, SpanKind::kEntry, _1)]] >>
                  *(space_ | comment_)) > qi::eoi;
 
-    comment_ = lit(L';') >> *(wide::char_ - lit(L'\r') - lit(L'\n'));
+    comment_ = qi::raw[lit(L';') >> *(wide::char_ - lit(L'\r') - lit(L'\n'))]
+                      [recordSpan(indexRecorder, SpanKind::kComment, _1)];
 
     keyValueEntry_ = qi::raw[KeyParser()][setEntryKey(phx::ref(entryKey_), _1),
                                           recordSpan(indexRecorder, SpanKind::kKey, _1)] >

@@ -83,6 +83,9 @@ std::vector<SourcePoint*> PointsOf(SourceIndex& index) {
     for (DuplicateDefinition& duplicate : index.duplicates) {
         add(duplicate.secondKey);
     }
+    for (SourceSpan& comment : index.comments) {
+        add(comment);
+    }
     // Entries follow each other, so the points are nearly in order already.
     std::stable_sort(points.begin(), points.end(),
                      [](const SourcePoint* left, const SourcePoint* right) {

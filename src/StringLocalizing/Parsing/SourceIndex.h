@@ -70,6 +70,9 @@ struct DuplicateDefinition {
 struct SourceIndex {
     std::vector<IndexedEntry> entries;  // in file order, second definitions included
     std::vector<DuplicateDefinition> duplicates;
+    // Each comment, from its ";" to the end of its line (the line break left out), in file
+    // order. Comments stand only between entries, so each belongs to no entry's span.
+    std::vector<SourceSpan> comments;
 };
 
 }  // namespace LocalizationManager::StringLocalizing::Parsing

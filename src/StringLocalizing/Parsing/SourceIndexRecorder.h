@@ -23,6 +23,7 @@ enum class SpanKind {
     kPluralForm,       // a form of the innermost plural invocation under way
     kPlural,           // ends the innermost plural invocation under way
     kEntry,            // ends the entry
+    kComment,          // a comment between entries
 };
 
 // Fills a SourceIndex from what the localization file grammar reports while it parses: the
@@ -74,6 +75,9 @@ class SourceIndexRecorder {
             case SpanKind::kPlural:
                 OpenPlural().span = span;
                 openPlurals_.pop_back();
+                break;
+            case SpanKind::kComment:
+                index_.comments.push_back(span);
                 break;
             case SpanKind::kEntry:
                 entry_.span = span;

@@ -46,6 +46,10 @@ TEST(SourceIndex, RecordsEveryPartWhereItStands) {
     EXPECT_EQ(Point(15, 1, 19), At(title.parameters[0].span.begin));
     EXPECT_TRUE(title.plurals.empty());
 
+    ASSERT_EQ(1u, index.comments.size());
+    EXPECT_EQ(Point(21, 2, 1), At(index.comments[0].begin));
+    EXPECT_EQ(Point(27, 2, 7), At(index.comments[0].end));
+
     const IndexedEntry& status = index.entries[1];
     EXPECT_EQ(Point(28, 3, 1), At(status.keySpan.begin));
     ASSERT_EQ(2u, status.plurals.size());

@@ -67,6 +67,27 @@ std::string RuleName(const std::string& id) {
     return name;
 }
 
+// Rounded down, so that only a complete culture shows 100%.
+std::string Percent(std::size_t part, std::size_t whole) {
+    return whole == 0 ? std::string("-") : std::to_string(part * 100 / whole) + "%";
+}
+
+Json CompletionJson(const std::vector<CultureCompletion>& completion) {
+    Json cultures = Json::array();
+    for (const CultureCompletion& culture : completion) {
+        Json scopes = Json::array();
+        for (const ScopeCompletion& scope : culture.scopes) {
+            scopes.push_back(Json{
+                {"scope", scope.scope}, {"translated", scope.translated}, {"keys", scope.total}});
+        }
+        cultures.push_back(Json{{"culture", culture.culture},
+                                {"translated", culture.translated},
+                                {"keys", culture.total},
+                                {"scopes", scopes}});
+    }
+    return cultures;
+}
+
 }  // namespace
 
 void WriteTextReport(std::ostream& out, const CheckResult& result) {
@@ -91,6 +112,19 @@ void WriteTextReport(std::ostream& out, const CheckResult& result) {
                 start = end + 1;
             }
         }
+    }
+    if (!result.completion.empty()) {
+        out << "completion against " << result.reference << ":";
+        for (const CultureCompletion& culture : result.completion) {
+            out << (&culture == &result.completion.front() ? " " : ", ") << culture.culture << ' '
+                << Percent(culture.translated, culture.total) << " (" << culture.translated
+                << " of " << culture.total << ")";
+        }
+        out << '\n';
+    }
+    if (result.baselined > 0) {
+        out << Plural(result.baselined, "finding", "findings")
+            << " accepted by the baseline not shown\n";
     }
     out << Plural(result.errors, "error", "errors") << ", "
         << Plural(result.warnings, "warning", "warnings") << " in "
@@ -124,7 +158,10 @@ void WriteJsonReport(std::ostream& out, const CheckResult& result, const ReportC
          {{"errors", result.errors},
           {"warnings", result.warnings},
           {"textFiles", result.textFiles},
-          {"ruleFiles", result.ruleFiles}}},
+          {"ruleFiles", result.ruleFiles},
+          {"baselined", result.baselined}}},
+        {"reference", result.reference},
+        {"completion", CompletionJson(result.completion)},
         {"findings", findings},
     };
     out << Dump(report, 2) << '\n';

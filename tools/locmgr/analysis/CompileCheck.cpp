@@ -4,6 +4,7 @@
 #include "StringLocalizing/Compiling/CyclicReferenceException.h"
 #include "StringLocalizing/Compiling/ExpansionLimitException.h"
 #include "StringLocalizing/Compiling/ResourceCompiler.h"
+#include "ValueWalk.h"
 
 #include <boost/make_shared.hpp>
 
@@ -152,6 +153,23 @@ std::vector<Finding> CheckCompilation(const FileUse& use, const CommonCompilatio
     const CompilableCopy compilable = CopyToCompile(*use.file, common.Parent());
     Compiling::ResourceCompiler compiler(compilable.parent);
     return Compile(use, compiler, compilable.copy);
+}
+
+KeyParameters ExpandedParameters(const LocFile& file, const CommonCompilation& common) {
+    KeyParameters parameters;
+    if (!file.Dictionary()) {
+        return parameters;
+    }
+    const CompilableCopy compilable = CopyToCompile(file, common.Parent());
+    Compiling::ResourceCompiler compiler(compilable.parent);
+    Compile(FileUse{&file, std::string(), {}}, compiler, compilable.copy);
+    for (const auto& [key, value] : *file.Dictionary()) {
+        const auto compiled = compilable.copy->find(key);
+        const std::vector<std::u16string> names =
+            ParameterNames(compiled != compilable.copy->end() ? compiled->second : value);
+        parameters[key].insert(names.begin(), names.end());
+    }
+    return parameters;
 }
 
 }  // namespace locmgr::analysis

@@ -11,6 +11,9 @@
 
 #include <boost/shared_ptr.hpp>
 
+#include <map>
+#include <set>
+#include <string>
 #include <vector>
 
 namespace locmgr::analysis {
@@ -40,5 +43,15 @@ class CommonCompilation {
 
 // cyclic-reference and expansion-limit findings of a scope file compiled over `common`.
 std::vector<Finding> CheckCompilation(const FileUse& use, const CommonCompilation& common);
+
+}  // namespace locmgr::analysis
+
+namespace locmgr::analysis {
+
+// By lower-cased key, the names of the parameters a text asks the application for once its
+// references are expanded as the runtime expands them (within the file, then over `common`).
+// A key whose expansion fails (a cycle, the expansion limit) keeps what it asks for itself.
+using KeyParameters = std::map<std::u16string, std::set<std::u16string>>;
+KeyParameters ExpandedParameters(const LocFile& file, const CommonCompilation& common);
 
 }  // namespace locmgr::analysis

@@ -70,6 +70,23 @@ const std::vector<KindInfo>& FindingKinds() {
         {FindingKind::kMissingAlternative, "missing-alternative", Severity::kWarning,
          "alternative directory does not exist",
          "The runtime accepts a missing alternative directory and reads nothing from it."},
+        {FindingKind::kMissingKey, "missing-key", Severity::kError,
+         "key of the reference that a culture does not find",
+         "A scope's texts come from the first file found, and a key that file lacks is looked "
+         "up in the culture's common.lt only, never in the reference's file: the request "
+         "fails with \"Key '...' not found\". Add the key to the culture's file."},
+        {FindingKind::kObsoleteKey, "obsolete-key", Severity::kWarning,
+         "key that the reference does not have",
+         "No request of the application asks for it, or the reference lacks a text it needs. "
+         "Remove it, or add it to the reference."},
+        {FindingKind::kUntranslated, "untranslated", Severity::kWarning,
+         "text identical to the reference's",
+         "Probably left untranslated. Not reported for cultures of the reference's own "
+         "language, nor for texts without a letter."},
+        {FindingKind::kParameterMismatch, "parameter-mismatch", Severity::kWarning,
+         "parameters differ from the reference's",
+         "A parameter the reference uses and the translation drops loses data (warning); a "
+         "parameter the reference does not use is one the application does not know (error)."},
     };
     return kinds;
 }

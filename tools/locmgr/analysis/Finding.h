@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <map>
+#include <optional>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -33,12 +34,16 @@ enum class FindingKind {
     kUnknownFolder,
     kIgnoredFile,
     kMissingAlternative,
+    kMissingKey,
+    kObsoleteKey,
+    kUntranslated,
+    kParameterMismatch,
 };
 
 struct KindInfo {
     FindingKind kind;
-    const char* id;  // "plural-form-count"
-    Severity severity;
+    const char* id;           // "plural-form-count"
+    Severity severity;        // unless the finding or the tree's settings say otherwise
     const char* title;        // one line
     const char* description;  // what happens at run time and what to do
 };
@@ -63,8 +68,10 @@ struct Finding {
     std::string report;
     // The cultures whose requests the problem affects, sorted.
     std::vector<std::string> cultures;
+    // Set where one kind has findings of two severities, and by the tree's settings.
+    std::optional<Severity> severity;
 
-    Severity GetSeverity() const { return InfoOf(kind).severity; }
+    Severity GetSeverity() const { return severity ? *severity : InfoOf(kind).severity; }
 };
 
 // Collects findings without repeating one: a finding that equals one already held in all but

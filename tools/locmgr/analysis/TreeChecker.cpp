@@ -1,6 +1,9 @@
 #include "TreeChecker.h"
 
+#include "Baseline.h"
+#include "CheckSettings.h"
 #include "CompileCheck.h"
+#include "CultureFolder.h"
 #include "FileChecks.h"
 #include "LocFile.h"
 #include "ParameterCaseCheck.h"
@@ -14,7 +17,9 @@
 #include <algorithm>
 #include <map>
 #include <memory>
+#include <optional>
 #include <set>
+#include <stdexcept>
 #include <thread>
 #include <utility>
 
@@ -34,7 +39,18 @@ std::vector<std::string> List(const Cultures& cultures) {
 class Checker {
   public:
     explicit Checker(const CheckOptions& options)
-        : options_(options), model_(options.root, options.alternative, options.extraCultures) {}
+        : options_(options),
+          model_(options.root, options.alternative, options.extraCultures),
+          settings_(ReadCheckSettings(options.root)) {
+        if (options.reference != kNeutralFolder &&
+            model_.Cultures().count(options.reference) == 0) {
+            throw std::invalid_argument("the reference '" + options.reference +
+                                        "' is neither \"neutral\" nor a culture of the tree");
+        }
+        if (!options.baseline.empty()) {
+            baseline_ = Baseline::Read(options.baseline, {options.root, options.alternative});
+        }
+    }
 
     CheckResult Run() {
         findings_.AddAll(model_.Inventory().findings);
@@ -45,16 +61,23 @@ class Checker {
         LoadFiles();
         CheckFiles();
         CheckRuleFiles();
+        CheckTranslations();
 
         CheckResult result;
-        result.findings = findings_.Sorted();
+        result.findings = ApplySettings(findings_.Sorted(), settings_);
+        if (baseline_) {
+            result.baselined = baseline_->Filter(result.findings);
+        }
         for (const auto& entry : model_.Cultures()) {
             result.cultures.push_back(entry.first);
         }
         result.textFiles = scopeOf_.size();
         result.ruleFiles = ruleFiles_.size();
-        result.errors = findings_.Count(Severity::kError);
-        result.warnings = findings_.Count(Severity::kWarning);
+        for (const Finding& finding : result.findings) {
+            ++(finding.GetSeverity() == Severity::kError ? result.errors : result.warnings);
+        }
+        result.reference = options_.reference;
+        result.completion = std::move(completion_);
         return result;
     }
 
@@ -234,6 +257,31 @@ class Checker {
         return found->second;
     }
 
+    void CheckTranslations() {
+        TranslationCheckInputs inputs;
+        inputs.model = &model_;
+        inputs.reference = options_.reference;
+        inputs.settings = &settings_;
+        inputs.file = [this](const std::u16string& path) -> const LocFile& {
+            return files_.Get(path);
+        };
+        inputs.parameters = [this](const std::u16string& path,
+                                   const std::u16string& commonPath) -> const KeyParameters& {
+            auto found = parameters_.find({path, commonPath});
+            if (found == parameters_.end()) {
+                found =
+                    parameters_
+                        .emplace(std::make_pair(path, commonPath),
+                                 ExpandedParameters(files_.Get(path), CompilationOf(commonPath)))
+                        .first;
+            }
+            return found->second;
+        };
+        TranslationCheckResult result = analysis::CheckTranslations(inputs);
+        findings_.AddAll(result.findings);
+        completion_ = std::move(result.completion);
+    }
+
     void CheckRuleFiles() {
         std::map<std::u16string, Cultures> users;
         for (const RuleFileEntry& entry : model_.Inventory().ruleFiles) {
@@ -264,6 +312,10 @@ class Checker {
     std::map<std::u16string, std::unique_ptr<CommonCompilation>> compilations_;
     std::map<std::u16string, ParameterSpellings> spellings_;
     std::set<std::u16string> ruleFiles_;
+    CheckSettings settings_;
+    std::optional<Baseline> baseline_;
+    std::map<std::pair<std::u16string, std::u16string>, KeyParameters> parameters_;
+    std::vector<CultureCompletion> completion_;
 };
 
 }  // namespace

@@ -10,8 +10,12 @@
 // "neutral" are checked against the plural rule of each culture that falls back to them. A
 // file that no such culture reads (hidden by a more specific or an alternative file) is still
 // checked on its own, with the common texts and the plural rule of its own folder's culture.
+//
+// Every culture is also compared with a reference (see TranslationCheck.h), and the tree's
+// settings (CheckSettings.h) and a baseline (Baseline.h) decide what is reported and how.
 
 #include "Finding.h"
+#include "TranslationCheck.h"
 
 #include <cstddef>
 #include <functional>
@@ -24,6 +28,8 @@ struct CheckOptions {
     std::string root;
     std::string alternative;
     std::vector<std::string> extraCultures;
+    std::string reference = "neutral";  // or a culture of the tree
+    std::string baseline;               // a baseline file to apply, or empty
     // Called now and then while a long walk is under way.
     std::function<void(const std::string& phase, std::size_t done, std::size_t total)> progress;
 };
@@ -35,9 +41,13 @@ struct CheckResult {
     std::size_t ruleFiles = 0;
     std::size_t errors = 0;
     std::size_t warnings = 0;
+    std::string reference;
+    std::vector<CultureCompletion> completion;
+    std::size_t baselined = 0;  // findings the baseline accepted, left out of `findings`
 };
 
-// Throws TreeError for an unreadable root and std::invalid_argument for an unknown culture.
+// Throws TreeError for an unreadable root, std::invalid_argument for an unknown culture or
+// reference, SettingsError for a bad settings file and BaselineError for a bad baseline.
 CheckResult CheckTree(const CheckOptions& options);
 
 }  // namespace locmgr::analysis

@@ -12,7 +12,7 @@ _locmgr_options() {
         culture) echo "--module --help" ;;
         batch) echo "--root --alt --max-localizers --module --help" ;;
         parse) echo "--help" ;;
-        check) echo "--root --alt --culture --format --strict --help" ;;
+        check) echo "--root --alt --culture --reference --format --strict --baseline --write-baseline --help" ;;
         coverage) echo "--root --alt --reference --format --help" ;;
         explain) echo "--root --alt --scope --culture --format --help" ;;
         pseudo) echo "--root --out --culture --style --format --help" ;;
@@ -46,7 +46,7 @@ _locmgr() {
             COMPREPLY=($(compgen -d -- "$current"))
             return
             ;;
-        --module)
+        --module | --baseline | --write-baseline)
             COMPREPLY=($(compgen -f -- "$current"))
             return
             ;;

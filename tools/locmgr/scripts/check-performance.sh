@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Measures "locmgr check" on a generated tree of 40 cultures x 20 scopes x 500 keys (plus
-# "neutral"): every key has text, a parameter, a reference to a common key and, in every
-# tenth key, a plural invocation with the form count of the culture's rule. The tree is
-# written to a temporary folder and removed afterwards.
+# "neutral"): every key has a text of its culture's own, a parameter, a reference to a common
+# key and, in every tenth key, a plural invocation with the form count of the culture's rule.
+# The tree is written to a temporary folder and removed afterwards.
 # Usage: check-performance.sh [LOCMGR]   (default: build/bin/locmgr)
 set -euo pipefail
 
@@ -33,7 +33,7 @@ for culture, count in forms.items():
     for scope in scopes:
         lines = []
         for key in range(500):
-            value = "'Text %d of %s ' + \$name%d" % (key, scope, key % 7)
+            value = "'Text %d of %s in %s ' + \$name%d" % (key, scope, culture, key % 7)
             if scope != "common":
                 value += " + c%d" % (key % 500)
             if key % 10 == 0:
