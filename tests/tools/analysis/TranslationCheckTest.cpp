@@ -235,6 +235,11 @@ TEST_F(TranslationCheckTest, BadSettingsAreRefusedWithWhereAndWhat) {
             EXPECT_THAT(error.what(), HasSubstr(message));
         }
     }
+    // Neither is read: a pipe would block the check.
+    tree_.Remove("locmgr.json").Directory("locmgr.json");
+    EXPECT_THROW(Check(), SettingsError);
+    tree_.Remove("locmgr.json").Fifo("locmgr.json");
+    EXPECT_THROW(Check(), SettingsError);
 }
 
 TEST_F(TranslationCheckTest, ABaselineAcceptsOldFindingsWhereverTheirLinesMove) {

@@ -1,8 +1,9 @@
 #include "Baseline.h"
 
+#include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <nlohmann/json.hpp>
-#include <sstream>
 
 namespace locmgr::analysis {
 
@@ -41,13 +42,17 @@ Baseline::Entry Baseline::EntryOf(const Finding& finding, const TreeDirectories&
 }
 
 Baseline Baseline::Read(const std::string& path, const TreeDirectories& tree) {
-    std::ifstream in(path, std::ios::binary);
-    std::stringstream content;
-    content << in.rdbuf();
-    if (!in) {
+    // Not a pipe or a device: reading one could block or never end.
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(path, error)) {
         throw BaselineError("cannot read the baseline '" + path + "'");
     }
-    const Json json = Json::parse(content.str(), nullptr, false);
+    std::ifstream in(path, std::ios::binary);
+    const std::string text{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    if (!in || in.bad()) {
+        throw BaselineError("cannot read the baseline '" + path + "'");
+    }
+    const Json json = Json::parse(text, nullptr, false);
     if (json.is_discarded() || !json.is_object() ||
         json.value("locmgrBaseline", 0) != kBaselineVersion || !json.contains("findings") ||
         !json["findings"].is_array()) {
@@ -56,13 +61,18 @@ Baseline Baseline::Read(const std::string& path, const TreeDirectories& tree) {
     Baseline baseline;
     baseline.tree_ = tree;
     for (const Json& entry : json["findings"]) {
-        const auto text = [&](const char* name) {
-            return entry.is_object() && entry.contains(name) && entry[name].is_string()
-                       ? entry[name].get<std::string>()
-                       : throw BaselineError("'" + path + "': every finding needs \"" + name +
-                                             "\" as a string");
+        const auto isText = [&entry](const char* name) {
+            return entry.contains(name) && entry[name].is_string();
         };
-        baseline.entries_.emplace(text("kind"), text("file"), text("key"), text("message"));
+        if (!entry.is_object() || !isText("kind") || !isText("file") || !isText("key") ||
+            !isText("message")) {
+            throw BaselineError("'" + path +
+                                "': every finding needs \"kind\", \"file\", \"key\" and "
+                                "\"message\" as strings");
+        }
+        baseline.entries_.emplace(entry["kind"].get<std::string>(),
+                                  entry["file"].get<std::string>(), entry["key"].get<std::string>(),
+                                  entry["message"].get<std::string>());
     }
     return baseline;
 }

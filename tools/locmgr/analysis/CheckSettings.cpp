@@ -7,8 +7,8 @@
 
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <nlohmann/json.hpp>
-#include <sstream>
 
 namespace locmgr::analysis {
 
@@ -148,13 +148,16 @@ CheckSettings ReadCheckSettings(const std::string& root) {
     if (!std::filesystem::exists(path, error)) {
         return CheckSettings();
     }
-    std::ifstream in(path, std::ios::binary);
-    std::stringstream content;
-    content << in.rdbuf();
-    if (!in) {
+    // Not a pipe or a device: reading one could block or never end.
+    if (!std::filesystem::is_regular_file(path, error)) {
         throw SettingsError(path + ": cannot be read");
     }
-    const Json json = Json::parse(content.str(), nullptr, false);
+    std::ifstream in(path, std::ios::binary);
+    const std::string text{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    if (!in || in.bad()) {
+        throw SettingsError(path + ": cannot be read");
+    }
+    const Json json = Json::parse(text, nullptr, false);
     if (json.is_discarded()) {
         throw SettingsError(path + ": not valid JSON");
     }
