@@ -50,8 +50,9 @@ const std::int64_t kNumbers[] = {
 
 void ParseAndEvaluate(const std::u16string& text) {
     Model::PluralRuleEntries entries;
+    std::vector<std::string> texts;
     try {
-        entries = Parsing::ParsePluralRuleFile(text, u"fuzz.rule");
+        entries = Parsing::ParsePluralRuleFile(text, u"fuzz.rule", &texts);
     } catch (const Parsing::ParsingException& error) {
         if (std::string_view(error.what()).rfind("parse error at file fuzz.rule line ", 0) != 0) {
             std::fprintf(stderr, "report: %s\n", error.what());
@@ -63,6 +64,21 @@ void ParseAndEvaluate(const std::u16string& text) {
     if (entries.size() > kMaxEntries) {
         Fail("more than five conditions");
     }
+    // Tools hand the conditions' texts on: read back, they must be the same rule.
+    if (texts.size() != entries.size()) {
+        Fail("a condition without its text");
+    }
+    std::u16string written;
+    for (const std::string& condition : texts) {
+        written.append(condition.begin(), condition.end());
+        written += u";";
+    }
+    Model::PluralRuleEntries reread;
+    try {
+        reread = Parsing::ParsePluralRuleFile(written, u"fuzz.rule");
+    } catch (const Parsing::ParsingException&) {
+        Fail("the conditions' texts do not parse");
+    }
     // Lookups hand out copies of a rule's entries; a copy must decide like the original.
     const Model::PluralRuleEntries copies = entries;
     for (std::size_t index = 0; index < entries.size(); ++index) {
@@ -72,6 +88,9 @@ void ParseAndEvaluate(const std::u16string& text) {
         for (const std::int64_t n : kNumbers) {
             if (entries[index](n) != copies[index](n)) {
                 Fail("a copied condition decides differently");
+            }
+            if (entries[index](n) != reread[index](n)) {
+                Fail("a condition's text decides differently");
             }
         }
     }

@@ -5,6 +5,7 @@
 #include <boost/function.hpp>
 
 #include <cstdint>
+#include <string>
 #include <vector>
 
 namespace LocalizationManager::StringLocalizing::Model {
@@ -32,6 +33,14 @@ struct IPluralFormRules {
     // life. Null when there is no such rule, and also when an implementation keeps no list to
     // share (the default); callers then fall back to GetRuleEntries.
     virtual const PluralRuleEntries* FindRuleEntries(const PluralFormRuleId& /*ruleId*/) const {
+        return nullptr;
+    }
+
+    // The conditions of the rule FindRuleEntries finds, as text in the syntax of rule files
+    // ("n % 10 == 1 && n % 100 != 11"), which is also C's: for tools that show a rule or hand
+    // it to other programs. Null when there is no such rule or no text is kept for it.
+    virtual const std::vector<std::string>* FindConditionTexts(
+        const PluralFormRuleId& /*ruleId*/) const {
         return nullptr;
     }
 };

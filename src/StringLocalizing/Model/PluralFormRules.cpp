@@ -15,6 +15,9 @@ struct AlwaysTrue {
     bool operator()(std::int64_t) const { return true; }
 };
 
+// How rule files write a condition that always holds.
+constexpr char kAlwaysTrueText[] = "n >= 0 || n < 1";
+
 boost::shared_ptr<PluralFormRules> CreateValidatedBuiltInRules() {
     // Owned by the shared pointer before anything can throw.
     boost::shared_ptr<PluralFormRules> rules(new PluralFormRules());
@@ -39,6 +42,25 @@ const PluralRuleEntries* PluralFormRules::FindRuleEntries(const PluralFormRuleId
         found = rules_.find(PluralFormRuleId{ruleId.languageId, std::string()});
     }
     return found == rules_.end() ? nullptr : &found->second;
+}
+
+const std::vector<std::string>* PluralFormRules::FindConditionTexts(
+    const PluralFormRuleId& ruleId) const {
+    // The same rule as FindRuleEntries, so that the texts always describe the entries.
+    auto found = rules_.find(ruleId);
+    if (found == rules_.end() && !ruleId.qualifier.empty()) {
+        found = rules_.find(PluralFormRuleId{ruleId.languageId, std::string()});
+    }
+    if (found == rules_.end()) {
+        return nullptr;
+    }
+    const auto texts = conditionTexts_.find(found->first);
+    return texts == conditionTexts_.end() ? nullptr : &texts->second;
+}
+
+void PluralFormRules::SetConditionTexts(const PluralFormRuleId& ruleId,
+                                        std::vector<std::string> texts) {
+    conditionTexts_[ruleId] = std::move(texts);
 }
 
 std::uint16_t PluralFormRules::GetRuleEntryCount(const PluralFormRuleId& ruleId) const {
@@ -67,11 +89,21 @@ void PluralFormRules::Validate() {
                 entries.size() % kMaxPluralForms % idText));
         }
         entries.push_back(AlwaysTrue());
+        const auto texts = conditionTexts_.find(ruleId);
+        if (texts != conditionTexts_.end()) {
+            texts->second.push_back(kAlwaysTrueText);
+        }
     }
 }
 
-void PluralFormRules::SetRule(const PluralFormRuleId& ruleId, const PluralRuleEntries& entries) {
+void PluralFormRules::SetRule(const PluralFormRuleId& ruleId, const PluralRuleEntries& entries,
+                              std::vector<std::string> conditionTexts) {
     rules_[ruleId] = entries;
+    if (conditionTexts.empty() && !entries.empty()) {
+        conditionTexts_.erase(ruleId);
+    } else {
+        conditionTexts_[ruleId] = std::move(conditionTexts);
+    }
 }
 
 boost::shared_ptr<IPluralFormRules> CreatePluralFormRules() {
@@ -79,9 +111,10 @@ boost::shared_ptr<IPluralFormRules> CreatePluralFormRules() {
 }
 
 boost::shared_ptr<IPluralFormRules> CreatePluralFormRules(const PluralFormRuleId& ruleId,
-                                                          const PluralRuleEntries& entries) {
+                                                          const PluralRuleEntries& entries,
+                                                          std::vector<std::string> conditionTexts) {
     const boost::shared_ptr<PluralFormRules> rules = CreateValidatedBuiltInRules();
-    rules->SetRule(ruleId, entries);
+    rules->SetRule(ruleId, entries, std::move(conditionTexts));
     return rules;
 }
 

@@ -35,13 +35,20 @@ class PluralFormRules : public IPluralFormRules {
     PluralRuleEntries GetRuleEntries(const PluralFormRuleId& ruleId) const override;
     std::uint16_t GetRuleEntryCount(const PluralFormRuleId& ruleId) const override;
     const PluralRuleEntries* FindRuleEntries(const PluralFormRuleId& ruleId) const override;
+    const std::vector<std::string>* FindConditionTexts(
+        const PluralFormRuleId& ruleId) const override;
 
     // Creation only. Inserts an empty rule and returns its position, to which the caller
     // appends the conditions in form order. Throws std::out_of_range ("Rule with id '<id>'
     // already added") and changes nothing when the id already has a rule.
     RuleMap::iterator AddRule(std::int32_t languageId, const std::string& qualifier);
 
-    // Creation only. Appends to every rule, in id order, a last entry that always holds, so
+    // Creation only. The text of each condition of the rule of `ruleId`, in form order; the
+    // rule itself is added or set separately.
+    void SetConditionTexts(const PluralFormRuleId& ruleId, std::vector<std::string> texts);
+
+    // Creation only. Appends to every rule, in id order, a last entry that always holds (and
+    // its text to the rule's texts, where it has them), so
     // that every number finds a form. A rule with more than kMaxListedEntries entries fails
     // with Boost.Format's boost::io::too_many_args; rules visited before it have already been
     // given their entry.
@@ -49,10 +56,13 @@ class PluralFormRules : public IPluralFormRules {
 
     // Creation only. Stores `entries` under `ruleId` as they stand, replacing any rule of that
     // id: no limit, no appended entry (a rule read from a rule file is taken as written).
-    void SetRule(const PluralFormRuleId& ruleId, const PluralRuleEntries& entries);
+    // The rule's texts are replaced by `conditionTexts`, which may be empty when none are known.
+    void SetRule(const PluralFormRuleId& ruleId, const PluralRuleEntries& entries,
+                 std::vector<std::string> conditionTexts = {});
 
   private:
     RuleMap rules_;
+    std::map<PluralFormRuleId, std::vector<std::string>> conditionTexts_;
 };
 
 // The built-in rules of every language, validated. Throws only what allocation throws.
@@ -60,7 +70,9 @@ boost::shared_ptr<IPluralFormRules> CreatePluralFormRules();
 
 // The built-in rules, validated, with the rule of `ruleId` then set to `entries` as parsed
 // from a rule file (replaced, or added when the built-in table has no such id).
-boost::shared_ptr<IPluralFormRules> CreatePluralFormRules(const PluralFormRuleId& ruleId,
-                                                          const PluralRuleEntries& entries);
+// `conditionTexts` are the entries' texts, when the caller has them.
+boost::shared_ptr<IPluralFormRules> CreatePluralFormRules(
+    const PluralFormRuleId& ruleId, const PluralRuleEntries& entries,
+    std::vector<std::string> conditionTexts = {});
 
 }  // namespace LocalizationManager::StringLocalizing::Model

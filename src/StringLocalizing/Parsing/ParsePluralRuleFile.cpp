@@ -9,10 +9,35 @@
 #include <boost/spirit/include/qi_expect.hpp>
 #include <boost/spirit/include/qi_parse.hpp>
 
+#include <cwctype>
+
 namespace LocalizationManager::StringLocalizing::Parsing {
 
-Model::PluralRuleEntries ParsePluralRuleFile(const std::u16string& text,
-                                             const std::u16string& path) {
+namespace {
+
+// The grammar admits only ASCII symbols besides whitespace, which the parser's skipper
+// recognises; every run of it becomes one space.
+std::string OneLine(const std::u16string& text) {
+    std::string line;
+    bool blank = false;
+    for (const char16_t unit : text) {
+        if (std::iswspace(static_cast<std::wint_t>(unit)) != 0) {
+            blank = true;
+            continue;
+        }
+        if (blank && !line.empty()) {
+            line += ' ';
+        }
+        blank = false;
+        line += static_cast<char>(unit);
+    }
+    return line;
+}
+
+}  // namespace
+
+Model::PluralRuleEntries ParsePluralRuleFile(const std::u16string& text, const std::u16string& path,
+                                             std::vector<std::string>* conditionTexts) {
     const SourceIterator begin = MakeSourceBegin(text, path);
     SourceIterator first = begin;
     const SourceIterator last;
@@ -25,6 +50,12 @@ Model::PluralRuleEntries ParsePluralRuleFile(const std::u16string& text,
                                         entries);
     } catch (const boost::spirit::qi::expectation_failure<SourceIterator>& failure) {
         throw ParsingException(MakeSyntaxError(failure.first, failure.what_, begin));
+    }
+    if (conditionTexts != nullptr) {
+        conditionTexts->clear();
+        for (const std::u16string& condition : grammar.ConditionTexts()) {
+            conditionTexts->push_back(OneLine(condition));
+        }
     }
     return entries;
 }

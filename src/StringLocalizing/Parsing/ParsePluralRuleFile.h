@@ -3,6 +3,7 @@
 #include "StringLocalizing/Model/IPluralFormRules.h"
 
 #include <string>
+#include <vector>
 
 namespace LocalizationManager::StringLocalizing::Parsing {
 
@@ -14,7 +15,10 @@ namespace LocalizationManager::StringLocalizing::Parsing {
 // Throws ParsingException (with the positioned report) when the text breaks the syntax, holds
 // a modulus of 0 or nests parentheses deeper than kMaxRuleNesting; other exceptions, such as
 // std::bad_alloc, pass through.
-Model::PluralRuleEntries ParsePluralRuleFile(const std::u16string& text,
-                                             const std::u16string& path);
+//
+// With `conditionTexts`, also gives the text of each condition as written, its whitespace
+// runs (line breaks included) each made one space: "n % 10 == 1 && n % 100 != 11".
+Model::PluralRuleEntries ParsePluralRuleFile(const std::u16string& text, const std::u16string& path,
+                                             std::vector<std::string>* conditionTexts = nullptr);
 
 }  // namespace LocalizationManager::StringLocalizing::Parsing

@@ -12,6 +12,7 @@
 #include <boost/spirit/include/support_standard_wide.hpp>
 
 #include <cstdint>
+#include <string>
 #include <vector>
 
 namespace LocalizationManager::StringLocalizing::Parsing {
@@ -70,12 +71,17 @@ class PluralFormRulesGrammar
     // std::logic_error ("unexpected compare operator type") for a value outside Operator.
     static Predicate MakeComparison(NumberExpression number, Operator op, std::uint32_t constant);
 
+    // The text of each condition parsed so far, as written from its first symbol to its last
+    // (whitespace inside kept), in file order.
+    const std::vector<std::u16string>& ConditionTexts() const { return conditionTexts_; }
+
   private:
     template <typename... Parameters>
     using Rule = boost::spirit::qi::rule<Iterator, Parameters...>;
     using Operands = boost::spirit::qi::locals<std::vector<Predicate>>;
 
     int nesting_ = 0;
+    std::vector<std::u16string> conditionTexts_;
 
     Rule<Model::PluralRuleEntries(), Skipper> pluralFormRules_;
     Rule<Predicate(), Operands, Skipper> or_;

@@ -130,6 +130,15 @@ struct SetRemainder {
     }
 };
 
+// The text a condition was parsed from, for ConditionTexts.
+struct KeepText {
+    using result_type = void;
+    template <typename Range>
+    void operator()(std::vector<std::u16string>& texts, const Range& range) const {
+        texts.emplace_back(range.begin(), range.end());
+    }
+};
+
 }  // namespace plural_rule_actions
 
 template <typename Iterator>
@@ -176,10 +185,13 @@ PluralFormRulesGrammar<Iterator>::PluralFormRulesGrammar()
     const phx::function<SetIdentity> setIdentity;
     const phx::function<SetRemainder> setRemainder;
     const phx::function<Compiler> compile;
+    const phx::function<KeepText> keepText;
     const qi::uint_parser<std::uint32_t> number;
 
     pluralFormRules_ =
-        qi::repeat(0, kMaxPluralRuleEntries)[or_[appendOperand(_val, _1)] > lit(L';')] > qi::eoi;
+        qi::repeat(0, kMaxPluralRuleEntries)[qi::raw[or_[appendOperand(_val, _1)]][keepText(
+                                                 phx::ref(conditionTexts_), _1)] > lit(L';')] >
+        qi::eoi;
 
     or_ = (and_[appendOperand(_a, _1)] >>
            *(orOperator_ > and_[appendOperand(_a, _1)]))[anyOf(_val, _a)];

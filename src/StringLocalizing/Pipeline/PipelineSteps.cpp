@@ -26,8 +26,10 @@ CulturePluralRules LoadPluralFormRules(IResourceProvider& resourceProvider,
         return loaded;
     }
     ResourceFileText ruleFile = resourceProvider.GetPluralFormRulesText(loaded.ruleId);
-    loaded.rules = Model::CreatePluralFormRules(
-        loaded.ruleId, Parsing::ParsePluralRuleFile(ruleFile.text, ruleFile.path));
+    std::vector<std::string> conditionTexts;
+    Model::PluralRuleEntries entries =
+        Parsing::ParsePluralRuleFile(ruleFile.text, ruleFile.path, &conditionTexts);
+    loaded.rules = Model::CreatePluralFormRules(loaded.ruleId, entries, std::move(conditionTexts));
     loaded.ruleFilePath = std::move(ruleFile.path);
     loaded.ruleFileText = std::move(ruleFile.text);
     return loaded;

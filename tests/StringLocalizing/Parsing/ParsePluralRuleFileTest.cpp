@@ -1,3 +1,4 @@
+#include "StringLocalizing/Model/PluralFormRules.h"
 #include "StringLocalizing/Parsing/ParsePluralRuleFile.h"
 #include "StringLocalizing/Parsing/ParsingException.h"
 #include "StringLocalizing/Parsing/PluralFormRulesGrammar.h"
@@ -65,6 +66,40 @@ TEST(ParsePluralRuleFile, SpellingsOfTheSameRuleAgree) {
             EXPECT_EQ(expected, Evaluate(Parse(text)))
                 << std::string(group.front().begin(), group.front().end()) << " vs "
                 << std::string(text.begin(), text.end());
+        }
+    }
+}
+
+TEST(ParsePluralRuleFile, ConditionTextsAreAsWrittenOnOneLine) {
+    std::vector<std::string> texts{"left over"};
+    ParsePluralRuleFile(u"  n % 10 == 1 &&\r\n\tn % 100 != 11 ;\n(n==2)||n<1;\n", u"Plural.rule",
+                        &texts);
+    EXPECT_EQ((std::vector<std::string>{"n % 10 == 1 && n % 100 != 11", "(n==2)||n<1"}), texts);
+    ParsePluralRuleFile(u" \n", u"Plural.rule", &texts);
+    EXPECT_TRUE(texts.empty());
+}
+
+// Every built-in rule writes its conditions as a rule file would; read back, they decide as the
+// built-in conditions do.
+TEST(ParsePluralRuleFile, BuiltInRulesReadBackFromTheirTexts) {
+    const auto rules = Model::CreatePluralFormRules();
+    std::vector<Model::PluralFormRuleId> ids{{24, "br"}};
+    for (std::int32_t language = 0; language < 35; ++language) {
+        ids.push_back({language, ""});
+    }
+    for (const Model::PluralFormRuleId& id : ids) {
+        SCOPED_TRACE(Model::ToString(id));
+        const Model::PluralRuleEntries& entries = *rules->FindRuleEntries(id);
+        const std::vector<std::string>* texts = rules->FindConditionTexts(id);
+        ASSERT_NE(nullptr, texts);
+        ASSERT_EQ(entries.size(), texts->size());
+        for (std::size_t form = 0; form < entries.size(); ++form) {
+            const std::string& text = (*texts)[form];
+            const Model::PluralRuleEntries parsed =
+                Parse(std::u16string(text.begin(), text.end()) + u";");
+            for (std::int64_t n = -1100; n <= 1100; ++n) {
+                ASSERT_EQ(entries[form](n), parsed[0](n)) << text << " at " << n;
+            }
         }
     }
 }
