@@ -50,6 +50,7 @@ TEST(ExplainCommandTest, ShowsTheRuleFileAndNumbersForEachForm) {
     EXPECT_EQ(kRoot + "/ru/Plural.rule", rule["file"]);
     EXPECT_EQ(3, rule["formCount"]);
     EXPECT_EQ(json::array({1, 21, 31, 41, 51, 61, 71, 81}), rule["forms"][0]["sampleNumbers"]);
+    EXPECT_EQ("n % 10 == 1 && n % 100 != 11", rule["forms"][0]["condition"]);
     EXPECT_EQ(json::array({"count", "folders"}), explanation["parameters"]);
     const json& plural = explanation["operands"][0];
     EXPECT_EQ("plural", plural["kind"]);
@@ -60,6 +61,7 @@ TEST(ExplainCommandTest, ShowsTheRuleFileAndNumbersForEachForm) {
         Explain({"--root", kRoot, "--scope", "download", "--culture", "ar", "title"}, 0);
     EXPECT_TRUE(builtIn["pluralRule"]["file"].is_null());
     EXPECT_EQ(6, builtIn["pluralRule"]["formCount"]);
+    EXPECT_EQ("n % 100 >= 3 && n % 100 <= 10", builtIn["pluralRule"]["forms"][3]["condition"]);
     EXPECT_EQ(json::array({kRoot + "/ar/Plural.rule"}),
               builtIn["pluralRule"]["ruleFileCandidates"]);
 }

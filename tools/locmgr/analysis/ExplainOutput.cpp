@@ -94,6 +94,9 @@ void WriteExplanationText(std::ostream& out, const Explanation& explanation) {
             out << "  form " << form << ": "
                 << (numbers.empty() ? "no number tried selects it" : Numbers(numbers, true))
                 << '\n';
+            if (form < rule.conditions.size()) {
+                out << "    when " << rule.conditions[form] << '\n';
+            }
         }
         if (!explanation.samples.withoutForm.empty()) {
             out << "  no form: " << Numbers(explanation.samples.withoutForm, false) << '\n';
@@ -158,8 +161,11 @@ void WriteExplanationJson(std::ostream& out, const Explanation& explanation) {
     }
     const RuleInForce& rule = explanation.rule;
     Json forms = Json::array();
-    for (const auto& numbers : explanation.samples.numbersOfForm) {
-        forms.push_back(Json{{"sampleNumbers", numbers}});
+    for (std::size_t form = 0; form < explanation.samples.numbersOfForm.size(); ++form) {
+        forms.push_back(
+            Json{{"condition",
+                  form < rule.conditions.size() ? Json(rule.conditions[form]) : Json(nullptr)},
+                 {"sampleNumbers", explanation.samples.numbersOfForm[form]}});
     }
     std::vector<std::string> candidates;
     for (const std::u16string& candidate : rule.candidates) {

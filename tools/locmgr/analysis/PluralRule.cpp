@@ -36,6 +36,9 @@ RuleInForce RuleFor(LocalizationManager::File::FileResourceProvider& provider,
         Pipeline::CulturePluralRules loaded = Pipeline::LoadPluralFormRules(provider, culture);
         rule.fileText = std::move(loaded.ruleFileText);
         rule.entries = loaded.rules->GetRuleEntries(rule.id);
+        if (const auto* conditions = loaded.rules->FindConditionTexts(rule.id)) {
+            rule.conditions = *conditions;
+        }
     } catch (const std::bad_alloc&) {
         throw;
     } catch (const std::exception& error) {

@@ -26,6 +26,8 @@ struct RuleInForce {
     // culture then fails, and plural invocations cannot be checked against it.
     std::string failure;
     LocalizationManager::StringLocalizing::Model::PluralRuleEntries entries;
+    // The condition of each entry in rule file syntax, as the rule keeps them.
+    std::vector<std::string> conditions;
 
     bool Usable() const { return failure.empty(); }
     std::size_t FormCount() const { return entries.size(); }
