@@ -31,6 +31,7 @@ extern const Command kCheckCommand;
 extern const Command kCoverageCommand;
 extern const Command kExplainCommand;
 extern const Command kPseudoCommand;
+extern const Command kExportCommand;
 
 // Every command, in the order the overview lists them.
 const std::vector<const Command*>& AllCommands();

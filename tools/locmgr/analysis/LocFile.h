@@ -61,6 +61,11 @@ class LocFile {
 
     // Where the entries stand, in file order, second definitions included.
     const std::vector<IndexedEntry>& Entries() const { return index_.entries; }
+    // Where the comments stand, in file order.
+    const std::vector<LocalizationManager::StringLocalizing::Parsing::SourceSpan>& Comments()
+        const {
+        return index_.comments;
+    }
     // The first definition of `lowerKey`, or nullptr.
     const IndexedEntry* FindEntry(const std::u16string& lowerKey) const;
     TextPosition PositionOf(const SourcePoint& point) const { return lines_.PositionOf(point); }

@@ -2,7 +2,7 @@
 # have a fixed set, and directories or files where an option or operand names one.
 # The option lists follow each command's --help; tests/tools compares the two.
 
-_locmgr_commands="get stream culture batch parse check coverage explain pseudo help"
+_locmgr_commands="get stream culture batch parse check coverage explain pseudo export help"
 
 # The options of command $1.
 _locmgr_options() {
@@ -16,6 +16,7 @@ _locmgr_options() {
         coverage) echo "--root --alt --reference --format --help" ;;
         explain) echo "--root --alt --scope --culture --format --help" ;;
         pseudo) echo "--root --out --culture --style --format --help" ;;
+        export) echo "--root --alt --culture --reference --scope --out --format --help" ;;
     esac
 }
 
@@ -53,6 +54,8 @@ _locmgr() {
         --format)
             if [[ $command == check ]]; then
                 COMPREPLY=($(compgen -W "text json sarif" -- "$current"))
+            elif [[ $command == export ]]; then
+                COMPREPLY=($(compgen -W "po" -- "$current"))
             else
                 COMPREPLY=($(compgen -W "text json" -- "$current"))
             fi

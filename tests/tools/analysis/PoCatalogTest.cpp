@@ -1,0 +1,109 @@
+// Texts as translators see them in a PO catalog: whole sentences per choice of plural forms,
+// placeholders in brace format, and the culture's rule as the catalog's Plural-Forms.
+
+#include "PoCatalog.h"
+#include "StringLocalizing/Model/ResourceDictionary.h"
+#include "StringLocalizing/Parsing/ParseLocFile.h"
+#include "TranslationUnit.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace locmgr::analysis {
+namespace {
+
+namespace Model = LocalizationManager::StringLocalizing::Model;
+
+Model::Value Parse(const std::u16string& value) {
+    Model::ResourceDictionary dictionary;
+    LocalizationManager::StringLocalizing::Parsing::ParseLocFile(u"k = " + value, u"t.lt",
+                                                                 dictionary);
+    return dictionary.at(u"k");
+}
+
+TEST(PoCatalogTest, EverySentenceIsWholeWithItsPlaceholders) {
+    const struct {
+        std::u16string value;
+        std::map<std::u16string, std::size_t> forms;
+        std::string sentence;
+    } cases[] = {
+        {u"'Loaded ' + fileCount + ' of ' + $total + '.'",
+         {},
+         "Loaded {key.filecount} of {total}."},
+        {u"'{x}' + $n", {}, "{{x}}{n}"},
+        {u"'Loaded ' + {$count: 'one file', $count + ' files'} + '.'",
+         {{u"count", 1}},
+         "Loaded {count} files."},
+        // Forms past the end of an invocation take its last form; no choice takes the first.
+        {u"{$count: 'a', 'b'}", {{u"count", 5}}, "b"},
+        {u"{$count: 'a', 'b'}", {}, "a"},
+        // Invocations on one parameter choose together; nested ones follow their own.
+        {u"{$c: 'one', 'many'} + ' / ' + {$c: 'x', 'y'} + {$f: '', ' in ' + {$c: '1', 'n'}}",
+         {{u"c", 1}, {u"f", 1}},
+         "many / y in n"},
+    };
+    for (const auto& test : cases) {
+        EXPECT_EQ(test.sentence, BraceFormat(Evaluate(Parse(test.value), test.forms)));
+    }
+    EXPECT_EQ((std::vector<std::u16string>{u"c", u"g", u"f"}),
+              Discriminators(Parse(u"{$c: 'a', {$g: 'x', 'y'}} + {$f: 'a', 'b'} + {$c: 'a'}")));
+}
+
+TEST(PoCatalogTest, PluralFormsPickTheFirstConditionThatHolds) {
+    EXPECT_EQ("nplurals=1; plural=0;", PluralFormsHeader({}));
+    EXPECT_EQ("nplurals=1; plural=0;", PluralFormsHeader({"n >= 0 || n < 1"}));
+    EXPECT_EQ("nplurals=3; plural=(n % 10 == 1) ? 0 : (n == 2 || n < 1) ? 1 : 2;",
+              PluralFormsHeader({"n % 10 == 1", "n == 2 || n < 1", "n >= 0 || n < 1"}));
+}
+
+TEST(PoCatalogTest, WritesTheFormatGettextReads) {
+    PoUnit single;
+    single.notes = {"window caption"};
+    single.origin = "neutral/Locs/s.lt:3";
+    single.context = "title";
+    single.source = "Say \"hi\"\\\n";
+    single.targets = {"Сказать"};
+    PoUnit plural;
+    plural.context = "files|folders=1";
+    plural.source = "one file";
+    plural.sourcePlural = "{count} files";
+    plural.targets = {"", "", ""};
+    std::ostringstream out;
+    WritePo(out, PoHeader{"s", "ru", "nplurals=3; plural=0;", {"Texts"}}, {single, plural});
+    EXPECT_EQ(
+        "# Texts\n"
+        "msgid \"\"\n"
+        "msgstr \"\"\n"
+        "\"Project-Id-Version: s\\n\"\n"
+        "\"PO-Revision-Date: \\n\"\n"
+        "\"Last-Translator: \\n\"\n"
+        "\"Language-Team: \\n\"\n"
+        "\"MIME-Version: 1.0\\n\"\n"
+        "\"Content-Type: text/plain; charset=UTF-8\\n\"\n"
+        "\"Content-Transfer-Encoding: 8bit\\n\"\n"
+        "\"Language: ru\\n\"\n"
+        "\"Plural-Forms: nplurals=3; plural=0;\\n\"\n"
+        "\n"
+        "#. window caption\n"
+        "#: neutral/Locs/s.lt:3\n"
+        "#, python-brace-format\n"
+        "msgctxt \"title\"\n"
+        "msgid \"Say \\\"hi\\\"\\\\\\n\"\n"
+        "msgstr \"Сказать\"\n"
+        "\n"
+        "#, python-brace-format\n"
+        "msgctxt \"files|folders=1\"\n"
+        "msgid \"one file\"\n"
+        "msgid_plural \"{count} files\"\n"
+        "msgstr[0] \"\"\n"
+        "msgstr[1] \"\"\n"
+        "msgstr[2] \"\"\n",
+        out.str());
+}
+
+}  // namespace
+}  // namespace locmgr::analysis

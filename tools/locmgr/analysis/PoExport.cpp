@@ -1,0 +1,393 @@
+#include "PoExport.h"
+
+#include "CultureFolder.h"
+#include "LocFile.h"
+#include "PluralRule.h"
+#include "PoCatalog.h"
+#include "RuleSamples.h"
+#include "StringLocalizing/Model/CultureNames.h"
+#include "TranslationUnit.h"
+#include "ValueWalk.h"
+#include "ulo/ResultCode.h"
+#include "ulo/rtl/TextConversion.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <optional>
+#include <stdexcept>
+
+namespace locmgr::analysis {
+
+namespace {
+
+namespace Model = LocalizationManager::StringLocalizing::Model;
+namespace Parsing = LocalizationManager::StringLocalizing::Parsing;
+
+// A key whose plural invocations choose among more sentences than this is not exported: no
+// translator writes thousands of sentences for one text, and the count grows with the power of
+// the number of discriminators.
+constexpr std::size_t kMaxSentencesPerKey = 1024;
+
+// For the tool's own messages, which never fail on a lone surrogate.
+std::string Narrow(const std::u16string& text) {
+    return ulo::WideToNarrowMessage(text);
+}
+
+std::string Trimmed(const std::u16string& text) {
+    const std::size_t first = text.find_first_not_of(u" \t");
+    if (first == std::u16string::npos) {
+        return std::string();
+    }
+    return CatalogText(text.substr(first, text.find_last_not_of(u" \t") - first + 1));
+}
+
+// The comments of `file` that speak of `entry`: the block of comment lines right above its
+// key, and a comment after its value on the value's last line.
+std::vector<std::string> NotesOf(const LocFile& file, const Parsing::IndexedEntry& entry) {
+    const auto& comments = file.Comments();
+    const auto commentText = [&file](const Parsing::SourceSpan& span) {
+        return Trimmed(
+            file.Text().substr(span.begin.offset + 1, span.end.offset - span.begin.offset - 1));
+    };
+    // The first comment at or after the key.
+    auto after = std::lower_bound(comments.begin(), comments.end(), entry.keySpan.begin.offset,
+                                  [](const Parsing::SourceSpan& span, std::size_t offset) {
+                                      return span.begin.offset < offset;
+                                  });
+    std::vector<std::string> notes;
+    std::uint32_t line = entry.keySpan.begin.line;
+    for (auto above = after; above != comments.begin();) {
+        --above;
+        if (above->begin.line + 1 != line || above->begin.column != 1) {
+            break;
+        }
+        notes.insert(notes.begin(), commentText(*above));
+        line = above->begin.line;
+    }
+    if (after != comments.end() && after->begin.line == entry.span.end.line) {
+        notes.push_back(commentText(*after));
+    }
+    notes.erase(std::remove(notes.begin(), notes.end(), std::string()), notes.end());
+    return notes;
+}
+
+// The numbers a unit's notes and its choice of source sentences look at.
+constexpr std::int64_t kLargestSample = 1000;
+constexpr std::size_t kSamplesInNotes = 4;
+
+// Which form a rule gives to each of 0..kLargestSample.
+std::vector<std::size_t> FormsOfNumbers(const Model::PluralRuleEntries& entries) {
+    std::vector<std::size_t> forms;
+    for (std::int64_t number = 0; number <= kLargestSample; ++number) {
+        std::size_t form = 0;
+        while (form < entries.size() && !(entries[form] && entries[form](number))) {
+            ++form;
+        }
+        forms.push_back(form);
+    }
+    return forms;
+}
+
+// The number that stands for a form of the culture when the reference's sentence for it is
+// chosen: one from 2 up where the form has one, since a form that also serves 21 or 101 needs
+// the parameter the reference's "one" sentence leaves out.
+std::optional<std::int64_t> RepresentativeOf(const std::vector<std::size_t>& formsOfNumbers,
+                                             std::size_t form) {
+    for (std::int64_t number = 2; number <= kLargestSample; ++number) {
+        if (formsOfNumbers[number] == form) {
+            return number;
+        }
+    }
+    for (std::int64_t number = 0; number < 2; ++number) {
+        if (formsOfNumbers[number] == form) {
+            return number;
+        }
+    }
+    return std::nullopt;
+}
+
+class Exporter {
+  public:
+    Exporter(const TreeModel& model, const PoExportOptions& options)
+        : model_(model), options_(options) {
+        localization_manager::Culture culture;
+        if (ulo::Failed(Model::ConvertCultureName(options.culture, culture))) {
+            throw std::invalid_argument("unknown culture name '" + options.culture + "'");
+        }
+        const auto found = model.Cultures().find(CultureName(culture));
+        if (found == model.Cultures().end()) {
+            throw std::invalid_argument("the tree was not read for culture '" + options.culture +
+                                        "'");
+        }
+        cultureName_ = found->first;
+        culture_ = found->second;
+        if (options.reference != kNeutralFolder && model.Cultures().count(options.reference) == 0) {
+            throw std::invalid_argument("the reference '" + options.reference +
+                                        "' is neither \"neutral\" nor a culture of the tree");
+        }
+        rule_ = RuleFor(model.Provider(), culture_);
+        cultureForms_ = FormsOfNumbers(rule_.entries);
+        referenceForms_ = FormsOfNumbers(ReferenceRule(options.reference).entries);
+    }
+
+    std::vector<ExportedCatalog> Run() {
+        std::vector<std::string> scopes = options_.scopes;
+        if (scopes.empty()) {
+            for (const std::string& scope : model_.Inventory().scopes) {
+                if (!ReferenceFile(scope).empty()) {
+                    scopes.push_back(scope);
+                }
+            }
+        }
+        std::vector<ExportedCatalog> catalogs;
+        for (const std::string& scope : scopes) {
+            if (ReferenceFile(scope).empty()) {
+                throw std::invalid_argument("the reference has no texts of scope '" + scope + "'");
+            }
+            try {
+                catalogs.push_back(Export(scope));
+            } catch (const UnwritableText& error) {
+                catalogs.push_back({scope, "", 0, 0, error.what()});
+            }
+        }
+        return catalogs;
+    }
+
+  private:
+    // The rule the reference's texts are written for: a culture's own, or for the neutral
+    // texts the language the tree's settings give them (the culture's rule when they give
+    // none, as the runtime applies it to neutral texts the culture reads).
+    RuleInForce ReferenceRule(const std::string& reference) const {
+        if (reference != kNeutralFolder) {
+            return RuleFor(model_.Provider(), model_.Cultures().at(reference));
+        }
+        const std::string& language = options_.neutralLanguage;
+        localization_manager::Culture culture;
+        if (language.empty() || ulo::Failed(Model::ConvertCultureName(language, culture))) {
+            return rule_;
+        }
+        return RuleFor(model_.Provider(), culture);
+    }
+
+    // A file as translators' tools show it: relative to the root or the alternative directory
+    // it was found in, so that a catalog reads the same wherever the tree is.
+    std::string Shown(const std::u16string& file) const {
+        const std::filesystem::path path(CatalogText(file));
+        for (const std::u16string* base :
+             {&model_.Inventory().alternative, &model_.Inventory().root}) {
+            if (base->empty()) {
+                continue;
+            }
+            const std::filesystem::path relative =
+                path.lexically_relative(std::filesystem::path(CatalogText(*base)));
+            if (!relative.empty() && *relative.begin() != "..") {
+                return relative.generic_string();
+            }
+        }
+        return path.generic_string();
+    }
+
+    // The reference's form for the number that stands for the culture's `form`.
+    std::size_t ReferenceFormFor(std::size_t form) const {
+        const std::optional<std::int64_t> number = RepresentativeOf(cultureForms_, form);
+        return number ? referenceForms_[*number] : form;
+    }
+
+    // "{name} is 2, 3, 4, 22, ... here": which numbers a unit's choice of `form` stands for.
+    std::string SamplesNote(const std::u16string& name, std::size_t form) const {
+        std::vector<std::string> samples;
+        for (std::int64_t number = 0; number <= kLargestSample; ++number) {
+            if (cultureForms_[number] == form) {
+                if (samples.size() == kSamplesInNotes) {
+                    samples.push_back("...");
+                    break;
+                }
+                samples.push_back(std::to_string(number));
+            }
+        }
+        std::string note = "{" + CatalogText(name) + "} is ";
+        for (std::size_t index = 0; index < samples.size(); ++index) {
+            note += (index == 0 ? "" : ", ") + samples[index];
+        }
+        return note +
+               (samples.empty() ? "a number above " + std::to_string(kLargestSample)
+                                : std::string()) +
+               " here";
+    }
+
+    std::u16string ReferenceFile(const std::string& scope) const {
+        return options_.reference == kNeutralFolder
+                   ? model_.NeutralFile(scope)
+                   : model_.ServingFile(scope, model_.Cultures().at(options_.reference));
+    }
+
+    ExportedCatalog Export(const std::string& scope) {
+        ExportedCatalog catalog;
+        catalog.scope = scope;
+        const std::u16string referencePath = ReferenceFile(scope);
+        const LocFile& reference = files_.Get(referencePath);
+        if (!reference.Loadable()) {
+            catalog.problem = "the reference's file " + Narrow(referencePath) +
+                              " cannot be loaded; \"locmgr check\" says why";
+            return catalog;
+        }
+        if (!rule_.Usable()) {
+            catalog.problem =
+                "the plural rule of " + cultureName_ + " cannot be built: " + rule_.failure;
+            return catalog;
+        }
+        const std::u16string ownPath = model_.ServingFile(scope, culture_);
+        const LocFile* own = nullptr;
+        if (!ownPath.empty() && ownPath != referencePath) {
+            own = &files_.Get(ownPath);
+            if (!own->Loadable()) {
+                catalog.problem = "the culture's file " + Narrow(ownPath) +
+                                  " cannot be loaded; \"locmgr check\" says why";
+                return catalog;
+            }
+        }
+
+        std::vector<PoUnit> units;
+        for (const Parsing::IndexedEntry& entry : reference.Entries()) {
+            const Model::Value& source = reference.Dictionary()->at(entry.lowerKey);
+            const Model::Value* target = nullptr;
+            if (own != nullptr) {
+                const auto found = own->Dictionary()->find(entry.lowerKey);
+                target = found != own->Dictionary()->end() ? &found->second : nullptr;
+            }
+            PoUnit unit;
+            try {
+                unit.notes = NotesOf(reference, entry);
+                unit.origin = Shown(referencePath) + ":" + std::to_string(entry.keySpan.begin.line);
+                if (!AddUnits(CatalogText(entry.key), unit, source, target, units)) {
+                    catalog.problem = "the texts of '" + Narrow(entry.key) +
+                                      "' choose among more than " +
+                                      std::to_string(kMaxSentencesPerKey) + " sentences";
+                    return catalog;
+                }
+            } catch (const UnwritableText& error) {
+                catalog.problem = "the texts of '" + Narrow(entry.key) + "': " + error.what();
+                return catalog;
+            }
+        }
+
+        PoHeader header;
+        header.project = scope;
+        header.language = cultureName_;
+        header.pluralForms = PluralFormsHeader(rule_.conditions);
+        header.comments = {"Texts of scope \"" + scope + "\" for " + cultureName_ + ", from " +
+                           Shown(referencePath) +
+                           (own != nullptr ? " and " + Shown(ownPath) : std::string()) + "."};
+        catalog.output =
+            (std::filesystem::path(options_.outputDirectory) / (scope + ".po")).string();
+        std::error_code error;
+        std::filesystem::create_directories(std::filesystem::path(catalog.output).parent_path(),
+                                            error);
+        std::ofstream out(catalog.output, std::ios::binary | std::ios::trunc);
+        WritePo(out, header, units);
+        if (!out.flush()) {
+            throw std::runtime_error("cannot write " + catalog.output);
+        }
+        catalog.units = units.size();
+        for (const PoUnit& unit : units) {
+            if (std::any_of(unit.targets.begin(), unit.targets.end(),
+                            [](const std::string& target) { return !target.empty(); })) {
+                ++catalog.translated;
+            }
+        }
+        return catalog;
+    }
+
+    // One unit for a text without plural invocations; otherwise one for each choice of forms
+    // of the discriminators after the first, whose forms are the unit's plural forms. False
+    // when that would be more than kMaxSentencesPerKey sentences.
+    bool AddUnits(const std::string& key, const PoUnit& base, const Model::Value& source,
+                  const Model::Value* target, std::vector<PoUnit>& units) const {
+        std::vector<std::u16string> dimensions = Discriminators(source);
+        if (target != nullptr) {
+            for (const std::u16string& name : Discriminators(*target)) {
+                if (std::find(dimensions.begin(), dimensions.end(), name) == dimensions.end()) {
+                    dimensions.push_back(name);
+                }
+            }
+        }
+        if (dimensions.empty()) {
+            PoUnit unit = base;
+            unit.context = key;
+            unit.source = BraceFormat(Evaluate(source, {}));
+            unit.targets = {target != nullptr ? BraceFormat(Evaluate(*target, {})) : ""};
+            units.push_back(std::move(unit));
+            return true;
+        }
+        const std::size_t forms = rule_.FormCount();
+        std::size_t sentences = forms;
+        for (std::size_t index = 1; index < dimensions.size(); ++index) {
+            if (sentences > kMaxSentencesPerKey / forms) {
+                return false;
+            }
+            sentences *= forms;
+        }
+        // The source's two sentences are the reference's for one and for the first number
+        // that takes another form, as a PO editor expects of msgid and msgid_plural.
+        const std::size_t singular = referenceForms_[1];
+        std::size_t plural = referenceForms_[2];
+        for (std::int64_t number = 2; number <= kLargestSample; ++number) {
+            if (referenceForms_[number] != singular) {
+                plural = referenceForms_[number];
+                break;
+            }
+        }
+        std::vector<std::size_t> choice(dimensions.size(), 0);
+        while (true) {
+            PoUnit unit = base;
+            unit.context = key;
+            std::map<std::u16string, std::size_t> sourceFormOf;
+            std::map<std::u16string, std::size_t> targetFormOf;
+            for (std::size_t index = 1; index < dimensions.size(); ++index) {
+                targetFormOf[dimensions[index]] = choice[index];
+                sourceFormOf[dimensions[index]] = ReferenceFormFor(choice[index]);
+                unit.context += (index == 1 ? "|" : ",") + CatalogText(dimensions[index]) + "=" +
+                                std::to_string(choice[index]);
+                unit.notes.push_back(SamplesNote(dimensions[index], choice[index]));
+            }
+            sourceFormOf[dimensions.front()] = singular;
+            unit.source = BraceFormat(Evaluate(source, sourceFormOf));
+            sourceFormOf[dimensions.front()] = plural;
+            unit.sourcePlural = BraceFormat(Evaluate(source, sourceFormOf));
+            for (std::size_t form = 0; form < forms; ++form) {
+                targetFormOf[dimensions.front()] = form;
+                unit.targets.push_back(target != nullptr
+                                           ? BraceFormat(Evaluate(*target, targetFormOf))
+                                           : std::string());
+            }
+            units.push_back(std::move(unit));
+            // The next choice, the last discriminator counting fastest.
+            std::size_t index = dimensions.size();
+            while (--index >= 1 && ++choice[index] == forms) {
+                choice[index] = 0;
+            }
+            if (index == 0) {
+                return true;
+            }
+        }
+    }
+
+    const TreeModel& model_;
+    const PoExportOptions& options_;
+    std::string cultureName_;
+    localization_manager::Culture culture_;
+    RuleInForce rule_;
+    // The form each of 0..kLargestSample takes in the culture's rule and the reference's.
+    std::vector<std::size_t> cultureForms_;
+    std::vector<std::size_t> referenceForms_;
+    LocFileCache files_;
+};
+
+}  // namespace
+
+std::vector<ExportedCatalog> ExportPo(const TreeModel& model, const PoExportOptions& options) {
+    return Exporter(model, options).Run();
+}
+
+}  // namespace locmgr::analysis
