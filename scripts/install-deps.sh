@@ -10,6 +10,9 @@ packages=(
   gettext libicu-dev icu-devtools
   # the manual page of locmgr, made from its --help
   help2man
+  # XLIFF catalogs of "locmgr export" (libxml2), and the translation tools its tests hand the
+  # catalogs to (msgfmt above, the Translate Toolkit)
+  libxml2-dev translate-toolkit
   # fuzzing: clang with the libFuzzer and sanitizer runtimes
   clang libclang-rt-14-dev
 )

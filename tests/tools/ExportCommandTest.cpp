@@ -1,5 +1,5 @@
-// "locmgr export" writes catalogs that GNU gettext's own checker accepts, with the culture's
-// plural rule and texts.
+// "locmgr export" writes catalogs that GNU gettext's own checker and the Translate Toolkit
+// accept, with the culture's plural rule and texts, the same texts in PO and in XLIFF.
 
 #include "File/TempTree.h"
 #include "ToolTestSupport.h"
@@ -7,10 +7,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <string>
+#include <utility>
 
 namespace locmgr::testing {
 namespace {
@@ -25,6 +27,36 @@ std::string Read(const std::string& path) {
 class ExportCommandTest : public ::testing::Test {
   protected:
     std::string Out() const { return std::filesystem::path(folder_.Path("po")).string(); }
+    std::string XliffOut() const { return std::filesystem::path(folder_.Path("xliff")).string(); }
+
+    // The texts of a catalog as the Translate Toolkit reads them, a line per form; empty when
+    // the toolkit is not installed.
+    static std::string ToolkitTexts(const std::string& catalog) {
+        const ProcessResult result = RunProcess(
+            {"/usr/bin/python3", std::string(LM_TOOLS_TEST_DATA) + "/catalog-texts.py", catalog});
+        EXPECT_TRUE(result.exitStatus == 0 || result.exitStatus == 3) << result.err;
+        return result.exitStatus == 0 ? result.out : std::string();
+    }
+
+    // Exports `culture` in both formats and expects the toolkit to read the same texts from
+    // both: `forms` of them in the download scope.
+    void ExpectSameTextsInBothFormats(const std::string& culture, std::size_t forms) {
+        for (const auto& [format, out] : {std::pair{"po", Out()}, std::pair{"xliff", XliffOut()}}) {
+            const ProcessResult result = Locmgr({"export", "--root", kRoot, "--culture", culture,
+                                                 "--out", out, "--format", format});
+            ASSERT_EQ(0, result.exitStatus) << result.err;
+        }
+        for (const char* scope : {"common", "download", "settings"}) {
+            const std::string po = ToolkitTexts(Out() + "/" + scope + ".po");
+            if (po.empty()) {
+                GTEST_SKIP() << "the Translate Toolkit is not installed";
+            }
+            EXPECT_EQ(po, ToolkitTexts(XliffOut() + "/" + scope + ".xlf")) << scope;
+            if (std::string(scope) == "download") {
+                EXPECT_EQ(forms, static_cast<std::size_t>(std::count(po.begin(), po.end(), '\n')));
+            }
+        }
+    }
 
     LocalizationManager::Testing::TempTree folder_;
 };
@@ -66,6 +98,19 @@ TEST_F(ExportCommandTest, CatalogsPassGettextsCheckAndCarryTheCulturesTexts) {
     }
 }
 
+TEST_F(ExportCommandTest, PoAndXliffCarryTheSameTextsForTheToolkit) {
+    // ru: 3 forms, translated.
+    ExpectSameTextsInBothFormats("ru", 26);
+    EXPECT_THAT(Read(XliffOut() + "/download.xlf"),
+                HasSubstr("<source>Downloading <ph id=\"fileName\" ctype=\"x-parameter\">"
+                          "{fileName}</ph> (<ph id=\"percent\" ctype=\"x-parameter\">{percent}"
+                          "</ph>%)</source>\n"));
+    // fr: 2 forms, nothing translated.
+    ExpectSameTextsInBothFormats("fr", 16);
+    EXPECT_THAT(Read(XliffOut() + "/download.xlf"),
+                HasSubstr("<target state=\"needs-translation\"/>"));
+}
+
 TEST_F(ExportCommandTest, ACultureWithoutTextsOfItsOwnExportsEmptyTargets) {
     const ProcessResult result = Locmgr(
         {"export", "--root", kRoot, "--culture", "fr", "--scope", "download", "--out", Out()});
@@ -82,7 +127,7 @@ TEST_F(ExportCommandTest, BadRequestsAreRefused) {
     } cases[] = {
         {{"--culture", "xx"}, 2, "unknown culture name 'xx'"},
         {{"--culture", "ru", "--scope", "nothing"}, 2, "no texts of scope 'nothing'"},
-        {{"--culture", "ru", "--format", "xliff"}, 2, "unknown --format 'xliff'"},
+        {{"--culture", "ru", "--format", "mo"}, 2, "unknown --format 'mo'"},
     };
     for (const auto& test : cases) {
         std::vector<std::string> arguments{"export", "--root", kRoot, "--out", Out()};

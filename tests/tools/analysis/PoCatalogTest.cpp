@@ -61,19 +61,25 @@ TEST(PoCatalogTest, PluralFormsPickTheFirstConditionThatHolds) {
 }
 
 TEST(PoCatalogTest, WritesTheFormatGettextReads) {
-    PoUnit single;
+    CatalogUnit single;
     single.notes = {"window caption"};
-    single.origin = "neutral/Locs/s.lt:3";
+    single.file = "neutral/Locs/s.lt";
+    single.line = 3;
     single.context = "title";
-    single.source = "Say \"hi\"\\\n";
-    single.targets = {"Сказать"};
-    PoUnit plural;
+    single.source = {{Piece::Kind::kText, u"Say \"hi\"\\\n"}};
+    single.targets = {{{Piece::Kind::kText, u"Сказать"}}};
+    // Untranslated: as many empty translations as the rule has forms.
+    CatalogUnit plural;
+    plural.file = "neutral/Locs/s.lt";
+    plural.line = 4;
     plural.context = "files|folders=1";
-    plural.source = "one file";
-    plural.sourcePlural = "{count} files";
-    plural.targets = {"", "", ""};
+    plural.plural = true;
+    plural.source = {{Piece::Kind::kText, u"one file"}};
+    plural.sourcePlural = {{Piece::Kind::kParameter, u"count"}, {Piece::Kind::kText, u" files"}};
+    const Catalog catalog{
+        "s", "ru", "en", {"n == 1", "n == 2", "n >= 0 || n < 1"}, "Texts", {single, plural}};
     std::ostringstream out;
-    WritePo(out, PoHeader{"s", "ru", "nplurals=3; plural=0;", {"Texts"}}, {single, plural});
+    WritePo(out, catalog);
     EXPECT_EQ(
         "# Texts\n"
         "msgid \"\"\n"
@@ -86,7 +92,7 @@ TEST(PoCatalogTest, WritesTheFormatGettextReads) {
         "\"Content-Type: text/plain; charset=UTF-8\\n\"\n"
         "\"Content-Transfer-Encoding: 8bit\\n\"\n"
         "\"Language: ru\\n\"\n"
-        "\"Plural-Forms: nplurals=3; plural=0;\\n\"\n"
+        "\"Plural-Forms: nplurals=3; plural=(n == 1) ? 0 : (n == 2) ? 1 : 2;\\n\"\n"
         "\n"
         "#. window caption\n"
         "#: neutral/Locs/s.lt:3\n"
@@ -95,6 +101,7 @@ TEST(PoCatalogTest, WritesTheFormatGettextReads) {
         "msgid \"Say \\\"hi\\\"\\\\\\n\"\n"
         "msgstr \"Сказать\"\n"
         "\n"
+        "#: neutral/Locs/s.lt:4\n"
         "#, python-brace-format\n"
         "msgctxt \"files|folders=1\"\n"
         "msgid \"one file\"\n"
@@ -103,6 +110,9 @@ TEST(PoCatalogTest, WritesTheFormatGettextReads) {
         "msgstr[1] \"\"\n"
         "msgstr[2] \"\"\n",
         out.str());
+    // UTF-8 has no way to write a lone surrogate.
+    single.targets = {{{Piece::Kind::kText, std::u16string(1, char16_t{0xD800})}}};
+    EXPECT_THROW(WritePo(out, Catalog{"s", "ru", "", {}, "", {single}}), UnwritableText);
 }
 
 }  // namespace

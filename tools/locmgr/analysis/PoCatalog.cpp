@@ -1,6 +1,6 @@
 #include "PoCatalog.h"
 
-#include "ulo/rtl/TextConversion.h"
+#include <algorithm>
 
 namespace locmgr::analysis {
 
@@ -39,16 +39,6 @@ void Field(std::ostream& out, const char* name, const std::string& text) {
 
 }  // namespace
 
-std::string CatalogText(const std::u16string& text) {
-    try {
-        return ulo::WideToUtf8(text);
-    } catch (const std::out_of_range&) {
-        throw UnwritableText(
-            "a text holds a UTF-16 surrogate outside a pair, which UTF-8 "
-            "cannot carry");
-    }
-}
-
 std::string BraceFormat(const Sentence& sentence) {
     std::string text;
     for (const Piece& piece : sentence) {
@@ -85,38 +75,39 @@ std::string PluralFormsHeader(const std::vector<std::string>& conditions) {
     return "nplurals=" + std::to_string(conditions.size()) + "; plural=" + plural + ";";
 }
 
-void WritePo(std::ostream& out, const PoHeader& header, const std::vector<PoUnit>& units) {
-    for (const std::string& comment : header.comments) {
-        out << "# " << comment << '\n';
-    }
+void WritePo(std::ostream& out, const Catalog& catalog) {
+    out << "# " << catalog.description << '\n';
     Field(out, "msgid", "");
     out << "msgstr \"\"\n";
     for (const std::string& line :
-         {"Project-Id-Version: " + header.project, std::string("PO-Revision-Date: "),
+         {"Project-Id-Version: " + catalog.scope, std::string("PO-Revision-Date: "),
           std::string("Last-Translator: "), std::string("Language-Team: "),
           std::string("MIME-Version: 1.0"), std::string("Content-Type: text/plain; charset=UTF-8"),
-          std::string("Content-Transfer-Encoding: 8bit"), "Language: " + header.language,
-          "Plural-Forms: " + header.pluralForms}) {
+          std::string("Content-Transfer-Encoding: 8bit"), "Language: " + catalog.language,
+          "Plural-Forms: " + PluralFormsHeader(catalog.pluralConditions)}) {
         out << Quoted(line + "\n") << '\n';
     }
-    for (const PoUnit& unit : units) {
+    for (const CatalogUnit& unit : catalog.units) {
         out << '\n';
         for (const std::string& note : unit.notes) {
             out << "#. " << note << '\n';
         }
-        if (!unit.origin.empty()) {
-            out << "#: " << unit.origin << '\n';
-        }
+        out << "#: " << unit.file << ':' << unit.line << '\n';
         out << "#, python-brace-format\n";
         Field(out, "msgctxt", unit.context);
-        Field(out, "msgid", unit.source);
-        if (unit.sourcePlural.empty()) {
-            Field(out, "msgstr", unit.targets.empty() ? std::string() : unit.targets.front());
+        Field(out, "msgid", BraceFormat(unit.source));
+        // An untranslated unit has empty translations, as PO tools expect.
+        const auto target = [&unit](std::size_t form) {
+            return form < unit.targets.size() ? BraceFormat(unit.targets[form]) : std::string();
+        };
+        if (!unit.plural) {
+            Field(out, "msgstr", target(0));
             continue;
         }
-        Field(out, "msgid_plural", unit.sourcePlural);
-        for (std::size_t form = 0; form < unit.targets.size(); ++form) {
-            Field(out, ("msgstr[" + std::to_string(form) + "]").c_str(), unit.targets[form]);
+        Field(out, "msgid_plural", BraceFormat(unit.sourcePlural));
+        const std::size_t forms = std::max<std::size_t>(catalog.pluralConditions.size(), 1);
+        for (std::size_t form = 0; form < forms; ++form) {
+            Field(out, ("msgstr[" + std::to_string(form) + "]").c_str(), target(form));
         }
     }
 }

@@ -1,5 +1,7 @@
 #include "TranslationUnit.h"
 
+#include "ulo/rtl/TextConversion.h"
+
 #include <algorithm>
 
 namespace locmgr::analysis {
@@ -57,6 +59,16 @@ void CollectDiscriminators(const Model::Value& value, std::vector<std::u16string
 }
 
 }  // namespace
+
+std::string CatalogText(const std::u16string& text) {
+    try {
+        return ulo::WideToUtf8(text);
+    } catch (const std::out_of_range&) {
+        throw UnwritableText(
+            "a text holds a UTF-16 surrogate outside a pair, which UTF-8 "
+            "cannot carry");
+    }
+}
 
 std::vector<std::u16string> Discriminators(const Model::Value& value) {
     std::vector<std::u16string> names;

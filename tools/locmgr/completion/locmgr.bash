@@ -55,7 +55,7 @@ _locmgr() {
             if [[ $command == check ]]; then
                 COMPREPLY=($(compgen -W "text json sarif" -- "$current"))
             elif [[ $command == export ]]; then
-                COMPREPLY=($(compgen -W "po" -- "$current"))
+                COMPREPLY=($(compgen -W "po xliff" -- "$current"))
             else
                 COMPREPLY=($(compgen -W "text json" -- "$current"))
             fi

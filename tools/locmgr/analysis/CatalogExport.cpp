@@ -1,19 +1,15 @@
-#include "PoExport.h"
+#include "CatalogExport.h"
 
 #include "CultureFolder.h"
 #include "LocFile.h"
 #include "PluralRule.h"
-#include "PoCatalog.h"
-#include "RuleSamples.h"
 #include "StringLocalizing/Model/CultureNames.h"
 #include "TranslationUnit.h"
-#include "ValueWalk.h"
 #include "ulo/ResultCode.h"
 #include "ulo/rtl/TextConversion.h"
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 #include <optional>
 #include <stdexcept>
 
@@ -109,7 +105,7 @@ std::optional<std::int64_t> RepresentativeOf(const std::vector<std::size_t>& for
 
 class Exporter {
   public:
-    Exporter(const TreeModel& model, const PoExportOptions& options)
+    Exporter(const TreeModel& model, const CatalogExportOptions& options)
         : model_(model), options_(options) {
         localization_manager::Culture culture;
         if (ulo::Failed(Model::ConvertCultureName(options.culture, culture))) {
@@ -129,6 +125,8 @@ class Exporter {
         rule_ = RuleFor(model.Provider(), culture_);
         cultureForms_ = FormsOfNumbers(rule_.entries);
         referenceForms_ = FormsOfNumbers(ReferenceRule(options.reference).entries);
+        sourceLanguage_ =
+            options.reference == kNeutralFolder ? options.neutralLanguage : options.reference;
     }
 
     std::vector<ExportedCatalog> Run() {
@@ -145,11 +143,7 @@ class Exporter {
             if (ReferenceFile(scope).empty()) {
                 throw std::invalid_argument("the reference has no texts of scope '" + scope + "'");
             }
-            try {
-                catalogs.push_back(Export(scope));
-            } catch (const UnwritableText& error) {
-                catalogs.push_back({scope, "", 0, 0, error.what()});
-            }
+            catalogs.push_back(Export(scope));
         }
         return catalogs;
     }
@@ -223,32 +217,32 @@ class Exporter {
     }
 
     ExportedCatalog Export(const std::string& scope) {
-        ExportedCatalog catalog;
+        ExportedCatalog exported;
+        Catalog& catalog = exported.catalog;
         catalog.scope = scope;
         const std::u16string referencePath = ReferenceFile(scope);
         const LocFile& reference = files_.Get(referencePath);
         if (!reference.Loadable()) {
-            catalog.problem = "the reference's file " + Narrow(referencePath) +
-                              " cannot be loaded; \"locmgr check\" says why";
-            return catalog;
+            exported.problem = "the reference's file " + Narrow(referencePath) +
+                               " cannot be loaded; \"locmgr check\" says why";
+            return exported;
         }
         if (!rule_.Usable()) {
-            catalog.problem =
+            exported.problem =
                 "the plural rule of " + cultureName_ + " cannot be built: " + rule_.failure;
-            return catalog;
+            return exported;
         }
         const std::u16string ownPath = model_.ServingFile(scope, culture_);
         const LocFile* own = nullptr;
         if (!ownPath.empty() && ownPath != referencePath) {
             own = &files_.Get(ownPath);
             if (!own->Loadable()) {
-                catalog.problem = "the culture's file " + Narrow(ownPath) +
-                                  " cannot be loaded; \"locmgr check\" says why";
-                return catalog;
+                exported.problem = "the culture's file " + Narrow(ownPath) +
+                                   " cannot be loaded; \"locmgr check\" says why";
+                return exported;
             }
         }
 
-        std::vector<PoUnit> units;
         for (const Parsing::IndexedEntry& entry : reference.Entries()) {
             const Model::Value& source = reference.Dictionary()->at(entry.lowerKey);
             const Model::Value* target = nullptr;
@@ -256,54 +250,36 @@ class Exporter {
                 const auto found = own->Dictionary()->find(entry.lowerKey);
                 target = found != own->Dictionary()->end() ? &found->second : nullptr;
             }
-            PoUnit unit;
+            CatalogUnit unit;
             try {
                 unit.notes = NotesOf(reference, entry);
-                unit.origin = Shown(referencePath) + ":" + std::to_string(entry.keySpan.begin.line);
-                if (!AddUnits(CatalogText(entry.key), unit, source, target, units)) {
-                    catalog.problem = "the texts of '" + Narrow(entry.key) +
-                                      "' choose among more than " +
-                                      std::to_string(kMaxSentencesPerKey) + " sentences";
-                    return catalog;
+                unit.file = Shown(referencePath);
+                unit.line = entry.keySpan.begin.line;
+                if (!AddUnits(CatalogText(entry.key), unit, source, target, catalog.units)) {
+                    exported.problem = "the texts of '" + Narrow(entry.key) +
+                                       "' choose among more than " +
+                                       std::to_string(kMaxSentencesPerKey) + " sentences";
+                    return exported;
                 }
             } catch (const UnwritableText& error) {
-                catalog.problem = "the texts of '" + Narrow(entry.key) + "': " + error.what();
-                return catalog;
+                exported.problem = "the texts of '" + Narrow(entry.key) + "': " + error.what();
+                return exported;
             }
         }
-
-        PoHeader header;
-        header.project = scope;
-        header.language = cultureName_;
-        header.pluralForms = PluralFormsHeader(rule_.conditions);
-        header.comments = {"Texts of scope \"" + scope + "\" for " + cultureName_ + ", from " +
-                           Shown(referencePath) +
-                           (own != nullptr ? " and " + Shown(ownPath) : std::string()) + "."};
-        catalog.output =
-            (std::filesystem::path(options_.outputDirectory) / (scope + ".po")).string();
-        std::error_code error;
-        std::filesystem::create_directories(std::filesystem::path(catalog.output).parent_path(),
-                                            error);
-        std::ofstream out(catalog.output, std::ios::binary | std::ios::trunc);
-        WritePo(out, header, units);
-        if (!out.flush()) {
-            throw std::runtime_error("cannot write " + catalog.output);
-        }
-        catalog.units = units.size();
-        for (const PoUnit& unit : units) {
-            if (std::any_of(unit.targets.begin(), unit.targets.end(),
-                            [](const std::string& target) { return !target.empty(); })) {
-                ++catalog.translated;
-            }
-        }
-        return catalog;
+        catalog.language = cultureName_;
+        catalog.sourceLanguage = sourceLanguage_;
+        catalog.pluralConditions = rule_.conditions;
+        catalog.description = "Texts of scope \"" + scope + "\" for " + cultureName_ + ", from " +
+                              Shown(referencePath) +
+                              (own != nullptr ? " and " + Shown(ownPath) : std::string()) + ".";
+        return exported;
     }
 
     // One unit for a text without plural invocations; otherwise one for each choice of forms
     // of the discriminators after the first, whose forms are the unit's plural forms. False
     // when that would be more than kMaxSentencesPerKey sentences.
-    bool AddUnits(const std::string& key, const PoUnit& base, const Model::Value& source,
-                  const Model::Value* target, std::vector<PoUnit>& units) const {
+    bool AddUnits(const std::string& key, const CatalogUnit& base, const Model::Value& source,
+                  const Model::Value* target, std::vector<CatalogUnit>& units) const {
         std::vector<std::u16string> dimensions = Discriminators(source);
         if (target != nullptr) {
             for (const std::u16string& name : Discriminators(*target)) {
@@ -313,10 +289,12 @@ class Exporter {
             }
         }
         if (dimensions.empty()) {
-            PoUnit unit = base;
+            CatalogUnit unit = base;
             unit.context = key;
-            unit.source = BraceFormat(Evaluate(source, {}));
-            unit.targets = {target != nullptr ? BraceFormat(Evaluate(*target, {})) : ""};
+            unit.source = Evaluate(source, {});
+            if (target != nullptr) {
+                unit.targets = {Evaluate(*target, {})};
+            }
             units.push_back(std::move(unit));
             return true;
         }
@@ -340,7 +318,8 @@ class Exporter {
         }
         std::vector<std::size_t> choice(dimensions.size(), 0);
         while (true) {
-            PoUnit unit = base;
+            CatalogUnit unit = base;
+            unit.plural = true;
             unit.context = key;
             std::map<std::u16string, std::size_t> sourceFormOf;
             std::map<std::u16string, std::size_t> targetFormOf;
@@ -352,14 +331,12 @@ class Exporter {
                 unit.notes.push_back(SamplesNote(dimensions[index], choice[index]));
             }
             sourceFormOf[dimensions.front()] = singular;
-            unit.source = BraceFormat(Evaluate(source, sourceFormOf));
+            unit.source = Evaluate(source, sourceFormOf);
             sourceFormOf[dimensions.front()] = plural;
-            unit.sourcePlural = BraceFormat(Evaluate(source, sourceFormOf));
-            for (std::size_t form = 0; form < forms; ++form) {
+            unit.sourcePlural = Evaluate(source, sourceFormOf);
+            for (std::size_t form = 0; target != nullptr && form < forms; ++form) {
                 targetFormOf[dimensions.front()] = form;
-                unit.targets.push_back(target != nullptr
-                                           ? BraceFormat(Evaluate(*target, targetFormOf))
-                                           : std::string());
+                unit.targets.push_back(Evaluate(*target, targetFormOf));
             }
             units.push_back(std::move(unit));
             // The next choice, the last discriminator counting fastest.
@@ -374,8 +351,9 @@ class Exporter {
     }
 
     const TreeModel& model_;
-    const PoExportOptions& options_;
+    const CatalogExportOptions& options_;
     std::string cultureName_;
+    std::string sourceLanguage_;
     localization_manager::Culture culture_;
     RuleInForce rule_;
     // The form each of 0..kLargestSample takes in the culture's rule and the reference's.
@@ -386,7 +364,8 @@ class Exporter {
 
 }  // namespace
 
-std::vector<ExportedCatalog> ExportPo(const TreeModel& model, const PoExportOptions& options) {
+std::vector<ExportedCatalog> ExportCatalogs(const TreeModel& model,
+                                            const CatalogExportOptions& options) {
     return Exporter(model, options).Run();
 }
 
