@@ -21,6 +21,10 @@ struct Piece {
     std::u16string text;  // the literal text, the parameter's name or the (lower-cased) key
 };
 
+inline bool operator==(const Piece& left, const Piece& right) {
+    return left.kind == right.kind && left.text == right.text;
+}
+
 // Adjacent texts are one piece.
 using Sentence = std::vector<Piece>;
 
