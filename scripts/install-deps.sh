@@ -10,9 +10,10 @@ packages=(
   gettext libicu-dev icu-devtools
   # the manual page of locmgr, made from its --help
   help2man
-  # XLIFF catalogs of "locmgr export" (libxml2), and the translation tools its tests hand the
-  # catalogs to (msgfmt above, the Translate Toolkit)
-  libxml2-dev translate-toolkit
+  # the catalogs of "locmgr export" and "import" (XLIFF with libxml2, PO with libgettextpo),
+  # and the translation tools their tests hand the catalogs to (msgfmt above, the Translate
+  # Toolkit)
+  libxml2-dev libgettextpo-dev translate-toolkit
   # fuzzing: clang with the libFuzzer and sanitizer runtimes
   clang libclang-rt-14-dev
 )

@@ -32,6 +32,7 @@ extern const Command kCoverageCommand;
 extern const Command kExplainCommand;
 extern const Command kPseudoCommand;
 extern const Command kExportCommand;
+extern const Command kImportCommand;
 
 // Every command, in the order the overview lists them.
 const std::vector<const Command*>& AllCommands();

@@ -255,6 +255,7 @@ class Exporter {
                 unit.notes = NotesOf(reference, entry);
                 unit.file = Shown(referencePath);
                 unit.line = entry.keySpan.begin.line;
+                unit.key = entry.key;
                 if (!AddUnits(CatalogText(entry.key), unit, source, target, catalog.units)) {
                     exported.problem = "the texts of '" + Narrow(entry.key) +
                                        "' choose among more than " +
@@ -320,6 +321,7 @@ class Exporter {
         while (true) {
             CatalogUnit unit = base;
             unit.plural = true;
+            unit.discriminators = dimensions;
             unit.context = key;
             std::map<std::u16string, std::size_t> sourceFormOf;
             std::map<std::u16string, std::size_t> targetFormOf;

@@ -1,6 +1,10 @@
 #include "PoCatalog.h"
 
+#include "ulo/rtl/TextConversion.h"
+
 #include <algorithm>
+#include <stdexcept>
+#include <string_view>
 
 namespace locmgr::analysis {
 
@@ -61,6 +65,62 @@ std::string BraceFormat(const Sentence& sentence) {
         }
     }
     return text;
+}
+
+Sentence ParseBraceFormat(const std::string& text) {
+    std::u16string wide;
+    try {
+        wide = ulo::Utf8ToWide(text);
+    } catch (const std::out_of_range&) {
+        throw std::invalid_argument("the text is not UTF-8");
+    }
+    Sentence sentence;
+    std::u16string literal;
+    const auto flush = [&] {
+        if (!literal.empty()) {
+            sentence.push_back({Piece::Kind::kText, literal});
+            literal.clear();
+        }
+    };
+    constexpr std::u16string_view kKeyPrefix = u"key.";
+    for (std::size_t position = 0; position < wide.size(); ++position) {
+        const char16_t character = wide[position];
+        if (character == u'}') {
+            if (position + 1 < wide.size() && wide[position + 1] == u'}') {
+                literal += u'}';
+                ++position;
+                continue;
+            }
+            throw std::invalid_argument(
+                "a '}' that closes no placeholder (write '}}' for a brace)");
+        }
+        if (character != u'{') {
+            literal += character;
+            continue;
+        }
+        if (position + 1 < wide.size() && wide[position + 1] == u'{') {
+            literal += u'{';
+            ++position;
+            continue;
+        }
+        const std::size_t end = wide.find_first_of(u"{}", position + 1);
+        if (end == std::u16string::npos || wide[end] != u'}') {
+            throw std::invalid_argument("a '{' that opens no placeholder (write '{{' for a brace)");
+        }
+        std::u16string name = wide.substr(position + 1, end - position - 1);
+        const bool reference = name.compare(0, kKeyPrefix.size(), kKeyPrefix) == 0;
+        if (reference) {
+            name.erase(0, kKeyPrefix.size());
+        }
+        if (name.empty()) {
+            throw std::invalid_argument("an empty placeholder");
+        }
+        flush();
+        sentence.push_back({reference ? Piece::Kind::kReference : Piece::Kind::kParameter, name});
+        position = end;
+    }
+    flush();
+    return sentence;
 }
 
 std::string PluralFormsHeader(const std::vector<std::string>& conditions) {

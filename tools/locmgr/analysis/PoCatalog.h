@@ -17,6 +17,10 @@ namespace locmgr::analysis {
 // A sentence in brace format, UTF-8. Throws UnwritableText.
 std::string BraceFormat(const Sentence& sentence);
 
+// The sentence a brace-format text writes. Throws std::invalid_argument for a brace that is
+// neither doubled nor part of a placeholder, an empty placeholder, or text that is not UTF-8.
+Sentence ParseBraceFormat(const std::string& text);
+
 // The Plural-Forms header of a rule whose conditions, in rule file syntax (which is C's), are
 // `conditions`: the first condition that holds picks the form; a number none accepts takes the
 // last form. "nplurals=1; plural=0;" for a rule without conditions.

@@ -30,6 +30,9 @@ using Sentence = std::vector<Piece>;
 
 // One unit of a translation catalog: a text to translate, in every form the culture has.
 struct CatalogUnit {
+    std::u16string key;  // as the reference's file writes it
+    // The parameters whose forms the key's units enumerate: the catalog's plural first.
+    std::vector<std::u16string> discriminators;
     std::string context;             // the key, and the forms of further discriminators
     std::vector<std::string> notes;  // what the reference's file says of the text
     std::string file;                // where the reference defines the key

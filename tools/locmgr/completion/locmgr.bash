@@ -2,7 +2,7 @@
 # have a fixed set, and directories or files where an option or operand names one.
 # The option lists follow each command's --help; tests/tools compares the two.
 
-_locmgr_commands="get stream culture batch parse check coverage explain pseudo export help"
+_locmgr_commands="get stream culture batch parse check coverage explain pseudo export import help"
 
 # The options of command $1.
 _locmgr_options() {
@@ -17,6 +17,7 @@ _locmgr_options() {
         explain) echo "--root --alt --scope --culture --format --help" ;;
         pseudo) echo "--root --out --culture --style --format --help" ;;
         export) echo "--root --alt --culture --reference --scope --out --format --help" ;;
+        import) echo "--root --alt --culture --reference --in --help" ;;
     esac
 }
 
@@ -47,7 +48,7 @@ _locmgr() {
             COMPREPLY=($(compgen -d -- "$current"))
             return
             ;;
-        --module | --baseline | --write-baseline)
+        --module | --baseline | --write-baseline | --in)
             COMPREPLY=($(compgen -f -- "$current"))
             return
             ;;
