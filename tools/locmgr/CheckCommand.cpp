@@ -41,7 +41,8 @@ int Run(const Options& options) {
     }
 
     analysis::CheckResult result;
-    try {
+    bool baselineWritten = false;
+    const int status = RunOnTree("check", [&] {
         Progress progress;
         check.progress = progress.Callback();
         result = analysis::CheckTree(check);
@@ -50,19 +51,11 @@ int Run(const Options& options) {
                                       {check.root, check.alternative});
             std::cout << "baseline of " << result.findings.size() << " findings written to "
                       << writeBaseline << "\n";
-            return kExitOk;
+            baselineWritten = true;
         }
-    } catch (const analysis::TreeError& error) {
-        std::cerr << "locmgr check: " << error.what() << "\n";
-        return kExitUsage;
-    } catch (const analysis::SettingsError& error) {
-        std::cerr << "locmgr check: " << error.what() << "\n";
-        return kExitUsage;
-    } catch (const analysis::BaselineError& error) {
-        std::cerr << "locmgr check: " << error.what() << "\n";
-        return kExitUsage;
-    } catch (const std::invalid_argument& error) {
-        throw UsageError(error.what());
+    });
+    if (status != kExitOk || baselineWritten) {
+        return status;
     }
 
     const analysis::ReportContext context{check.root, check.alternative};

@@ -1,7 +1,10 @@
 #include "CommandSupport.h"
 
+#include "Baseline.h"
+#include "CheckSettings.h"
 #include "CultureFolder.h"
 #include "StringLocalizing/Model/CultureNames.h"
+#include "TreeScan.h"
 #include "UsageError.h"
 #include "ulo/ResultCode.h"
 
@@ -56,6 +59,25 @@ bool OpenTreeOrReport(ModuleSession& session, const Options& options) {
     }
     session.ReportFailure("cannot use the localization tree at '" + root + "'", code);
     return false;
+}
+
+int RunOnTree(const std::string& command, const std::function<void()>& analysis) {
+    const auto fail = [&command](const std::exception& error) {
+        std::cerr << "locmgr " << command << ": " << error.what() << "\n";
+        return kExitUsage;
+    };
+    try {
+        analysis();
+    } catch (const analysis::TreeError& error) {
+        return fail(error);
+    } catch (const analysis::SettingsError& error) {
+        return fail(error);
+    } catch (const analysis::BaselineError& error) {
+        return fail(error);
+    } catch (const std::invalid_argument& error) {
+        throw UsageError(error.what());
+    }
+    return kExitOk;
 }
 
 }  // namespace locmgr

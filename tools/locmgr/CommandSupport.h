@@ -8,6 +8,7 @@
 #include "Options.h"
 #include "localization_manager/Culture.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -49,5 +50,10 @@ std::string ReferenceOption(const Options& options, std::vector<std::string>& ex
 // Constructs the session's manager over --root and --alt; on failure reports and returns
 // false.
 bool OpenTreeOrReport(ModuleSession& session, const Options& options);
+
+// Runs an analysis of a tree for `command`: a tree, settings file or baseline that cannot be
+// read is reported on standard error and gives kExitUsage; an unknown culture, reference or
+// scope (std::invalid_argument) becomes a UsageError. kExitOk when the analysis ran.
+int RunOnTree(const std::string& command, const std::function<void()>& analysis);
 
 }  // namespace locmgr

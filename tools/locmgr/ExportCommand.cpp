@@ -45,20 +45,15 @@ int Run(const Options& options) {
     exportOptions.reference = ReferenceOption(options, cultures);
 
     std::vector<analysis::ExportedCatalog> catalogs;
-    try {
+    const int status = RunOnTree("export", [&] {
         exportOptions.neutralLanguage =
             analysis::ReadCheckSettings(options.Value(kRootOption.name)).neutralLanguage;
         const analysis::TreeModel model(options.Value(kRootOption.name),
                                         options.Value(kAltOption.name), cultures);
         catalogs = analysis::ExportCatalogs(model, exportOptions);
-    } catch (const analysis::TreeError& error) {
-        std::cerr << "locmgr export: " << error.what() << "\n";
-        return kExitUsage;
-    } catch (const analysis::SettingsError& error) {
-        std::cerr << "locmgr export: " << error.what() << "\n";
-        return kExitUsage;
-    } catch (const std::invalid_argument& error) {
-        throw UsageError(error.what());
+    });
+    if (status != kExitOk) {
+        return status;
     }
 
     const std::filesystem::path directory(options.Value(kOutOption.name));

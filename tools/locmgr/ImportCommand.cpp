@@ -36,20 +36,15 @@ int Run(const Options& options) {
         }
     }
     analysis::ImportResult result;
-    try {
+    const int status = RunOnTree("import", [&] {
         importOptions.neutralLanguage =
             analysis::ReadCheckSettings(options.Value(kRootOption.name)).neutralLanguage;
         const analysis::TreeModel model(options.Value(kRootOption.name),
                                         options.Value(kAltOption.name), cultures);
         result = analysis::ImportCatalogs(model, importOptions, catalogs);
-    } catch (const analysis::TreeError& error) {
-        std::cerr << "locmgr import: " << error.what() << "\n";
-        return kExitUsage;
-    } catch (const analysis::SettingsError& error) {
-        std::cerr << "locmgr import: " << error.what() << "\n";
-        return kExitUsage;
-    } catch (const std::invalid_argument& error) {
-        throw UsageError(error.what());
+    });
+    if (status != kExitOk) {
+        return status;
     }
     for (const analysis::ImportedScope& scope : result.scopes) {
         std::cout << scope.catalog << ": ";

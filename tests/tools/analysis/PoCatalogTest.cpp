@@ -1,9 +1,8 @@
 // Texts as translators see them in a PO catalog: whole sentences per choice of plural forms,
 // placeholders in brace format, and the culture's rule as the catalog's Plural-Forms.
 
+#include "ParseValue.h"
 #include "PoCatalog.h"
-#include "StringLocalizing/Model/ResourceDictionary.h"
-#include "StringLocalizing/Parsing/ParseLocFile.h"
 #include "TranslationUnit.h"
 
 #include <gtest/gtest.h>
@@ -17,13 +16,6 @@ namespace locmgr::analysis {
 namespace {
 
 namespace Model = LocalizationManager::StringLocalizing::Model;
-
-Model::Value Parse(const std::u16string& value) {
-    Model::ResourceDictionary dictionary;
-    LocalizationManager::StringLocalizing::Parsing::ParseLocFile(u"k = " + value, u"t.lt",
-                                                                 dictionary);
-    return dictionary.at(u"k");
-}
 
 TEST(PoCatalogTest, EverySentenceIsWholeWithItsPlaceholders) {
     const struct {
@@ -47,10 +39,11 @@ TEST(PoCatalogTest, EverySentenceIsWholeWithItsPlaceholders) {
          "many / y in n"},
     };
     for (const auto& test : cases) {
-        EXPECT_EQ(test.sentence, BraceFormat(Evaluate(Parse(test.value), test.forms)));
+        EXPECT_EQ(test.sentence, BraceFormat(Evaluate(ParseValue(test.value), test.forms)));
     }
-    EXPECT_EQ((std::vector<std::u16string>{u"c", u"g", u"f"}),
-              Discriminators(Parse(u"{$c: 'a', {$g: 'x', 'y'}} + {$f: 'a', 'b'} + {$c: 'a'}")));
+    EXPECT_EQ(
+        (std::vector<std::u16string>{u"c", u"g", u"f"}),
+        Discriminators(ParseValue(u"{$c: 'a', {$g: 'x', 'y'}} + {$f: 'a', 'b'} + {$c: 'a'}")));
 }
 
 TEST(PoCatalogTest, PluralFormsPickTheFirstConditionThatHolds) {

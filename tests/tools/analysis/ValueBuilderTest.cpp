@@ -1,9 +1,8 @@
 // Values rebuilt from a catalog's whole sentences give the same sentences back, with whole
 // words and placeholders shared by all forms moved out of the invocations.
 
-#include "StringLocalizing/Model/ResourceDictionary.h"
+#include "ParseValue.h"
 #include "StringLocalizing/Model/ValueFormat.h"
-#include "StringLocalizing/Parsing/ParseLocFile.h"
 #include "TranslationUnit.h"
 #include "ValueBuilder.h"
 
@@ -17,13 +16,6 @@ namespace locmgr::analysis {
 namespace {
 
 namespace Model = LocalizationManager::StringLocalizing::Model;
-
-Model::Value Parse(const std::u16string& value) {
-    Model::ResourceDictionary dictionary;
-    LocalizationManager::StringLocalizing::Parsing::ParseLocFile(u"k = " + value, u"t.lt",
-                                                                 dictionary);
-    return dictionary.at(u"k");
-}
 
 // The sentences of `value` for every choice of `forms` forms of `discriminators`, in the order
 // units list them.
@@ -74,10 +66,10 @@ TEST(ValueBuilderTest, RebuildsTheSentencesAndMovesSharedWordsOut) {
         {u"{$n: 'same', 'same'}", 2, u"'same'"},
     };
     for (const auto& test : cases) {
-        const Model::Value value = Parse(test.value);
+        const Model::Value value = ParseValue(test.value);
         const SentenceTable table = TableOf(value, test.forms, Discriminators(value));
         const Model::Value rebuilt = BuildValue(table);
-        EXPECT_EQ(Model::FormatValue(Parse(test.rebuilt)), Model::FormatValue(rebuilt))
+        EXPECT_EQ(Model::FormatValue(ParseValue(test.rebuilt)), Model::FormatValue(rebuilt))
             << std::string(test.value.begin(), test.value.end());
         EXPECT_EQ(table.sentences, TableOf(rebuilt, test.forms, table.discriminators).sentences);
     }
