@@ -146,19 +146,27 @@ bool Is(const xmlNode* node, const char* name) {
            std::strcmp(reinterpret_cast<const char*>(node->name), name) == 0;
 }
 
-// The text of a <target>: its text, and each placeholder as the text it holds (its brace form
-// as exported), or as "{id}" when a tool emptied it. Inline markup that wraps text (<g>,
-// <mrk>) gives its text.
-void AppendContent(const xmlNode* node, std::string& text) {
+// The text of a <target> in brace format: its text, and each placeholder as the text it holds
+// (its brace form as exported), or as "{id}" when a tool emptied it. Inline markup that wraps text
+// (<g>, <mrk>) gives its text.
+void AppendContent(const xmlNode* node, bool inPlaceholder, std::string& text) {
     for (const xmlNode* child = node->children; child != nullptr; child = child->next) {
         if (child->type == XML_TEXT_NODE || child->type == XML_CDATA_SECTION_NODE) {
-            text += reinterpret_cast<const char*>(child->content);
+            // Text is literal in XLIFF: its braces are doubled to read as brace format; a
+            // placeholder holds its brace form.
+            for (const char* character = reinterpret_cast<const char*>(child->content);
+                 *character != 0; ++character) {
+                text += *character;
+                if (!inPlaceholder && (*character == '{' || *character == '}')) {
+                    text += *character;
+                }
+            }
         } else if (Is(child, "ph") || Is(child, "x")) {
             std::string placeholder;
-            AppendContent(child, placeholder);
+            AppendContent(child, true, placeholder);
             text += placeholder.empty() ? "{" + Attribute(child, "id") + "}" : placeholder;
         } else if (child->type == XML_ELEMENT_NODE) {
-            AppendContent(child, text);
+            AppendContent(child, inPlaceholder, text);
         }
     }
 }
@@ -168,7 +176,7 @@ std::pair<std::string, bool> TargetOf(const xmlNode* transUnit) {
     for (const xmlNode* child = transUnit->children; child != nullptr; child = child->next) {
         if (Is(child, "target")) {
             std::string text;
-            AppendContent(child, text);
+            AppendContent(child, false, text);
             const std::string state = Attribute(child, "state");
             // An empty target is untranslated, as an empty msgstr is in PO.
             return {text, !text.empty() && state != "new" && state != "needs-translation"};
