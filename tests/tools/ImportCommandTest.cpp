@@ -169,6 +169,8 @@ TEST_F(ImportCommandTest, UnreadableCatalogsAreNamedAndChangeNothing) {
         {"download.xlf", "<?xml version=\"1.0\"?><xliff><file original=\"download\"><body>",
          "download.xlf: not well-formed XML"},
         {"download.xlf", "<?xml version=\"1.0\"?><html/>", "not an XLIFF document"},
+        {"nothing.po", "msgid \"\"\nmsgstr \"Project-Id-Version: none\\n\"\n",
+         "names no scope of the reference (neither 'none' nor 'nothing')"},
         // An entity is never read from elsewhere; the empty target is no translation.
         {"download.xlf",
          "<?xml version=\"1.0\"?><!DOCTYPE x [<!ENTITY e SYSTEM \"file:///etc/passwd\">]>"

@@ -141,7 +141,7 @@ class Exporter {
         std::vector<ExportedCatalog> catalogs;
         for (const std::string& scope : scopes) {
             if (ReferenceFile(scope).empty()) {
-                throw std::invalid_argument("the reference has no texts of scope '" + scope + "'");
+                throw UnknownScope("the reference has no texts of scope '" + scope + "'");
             }
             catalogs.push_back(Export(scope));
         }

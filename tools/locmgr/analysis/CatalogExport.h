@@ -11,6 +11,7 @@
 #include "TranslationUnit.h"
 #include "TreeModel.h"
 
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -30,7 +31,13 @@ struct ExportedCatalog {
     std::string problem;  // why the scope cannot be exported, or empty
 };
 
-// Throws std::invalid_argument for an unknown culture, reference or scope.
+// A scope the reference has no texts of.
+class UnknownScope : public std::invalid_argument {
+  public:
+    using std::invalid_argument::invalid_argument;
+};
+
+// Throws UnknownScope, and std::invalid_argument for an unknown culture or reference.
 std::vector<ExportedCatalog> ExportCatalogs(const TreeModel& model,
                                             const CatalogExportOptions& options);
 

@@ -285,7 +285,7 @@ ImportResult ImportCatalogs(const TreeModel& model, const CatalogExportOptions& 
             try {
                 current = ExportCatalogs(model, scopeOptions);
                 break;
-            } catch (const std::invalid_argument&) {
+            } catch (const UnknownScope&) {
                 // Not a scope of the reference: try the next name.
             }
         }

@@ -40,7 +40,7 @@ struct ImportResult {
 };
 
 // `options.scopes` is ignored: each catalog names its scope (or its file name does). Throws
-// std::invalid_argument for an unknown culture or reference.
+// std::invalid_argument for an unknown culture or reference (UnknownScope never leaves it).
 ImportResult ImportCatalogs(const TreeModel& model, const CatalogExportOptions& options,
                             const std::vector<ImportedCatalog>& catalogs);
 
