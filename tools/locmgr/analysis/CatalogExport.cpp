@@ -3,6 +3,7 @@
 #include "CultureFolder.h"
 #include "LocFile.h"
 #include "PluralRule.h"
+#include "RuleSamples.h"
 #include "StringLocalizing/Model/CultureNames.h"
 #include "TranslationUnit.h"
 #include "ulo/ResultCode.h"
@@ -76,11 +77,7 @@ constexpr std::size_t kSamplesInNotes = 4;
 std::vector<std::size_t> FormsOfNumbers(const Model::PluralRuleEntries& entries) {
     std::vector<std::size_t> forms;
     for (std::int64_t number = 0; number <= kLargestSample; ++number) {
-        std::size_t form = 0;
-        while (form < entries.size() && !(entries[form] && entries[form](number))) {
-            ++form;
-        }
-        forms.push_back(form);
+        forms.push_back(FormOfNumber(entries, number));
     }
     return forms;
 }

@@ -115,16 +115,23 @@ std::vector<std::int64_t> SampleNumbers(const std::u16string& ruleText) {
     return list.Take();
 }
 
+std::size_t FormOfNumber(
+    const LocalizationManager::StringLocalizing::Model::PluralRuleEntries& entries,
+    std::int64_t number) {
+    std::size_t form = 0;
+    while (form < entries.size() && !(entries[form] && entries[form](number))) {
+        ++form;
+    }
+    return form;
+}
+
 FormSamples ClassifyNumbers(
     const LocalizationManager::StringLocalizing::Model::PluralRuleEntries& entries,
     const std::vector<std::int64_t>& numbers, std::size_t perForm) {
     FormSamples samples;
     samples.numbersOfForm.resize(entries.size());
     for (const std::int64_t number : numbers) {
-        std::size_t form = 0;
-        while (form < entries.size() && !(entries[form] && entries[form](number))) {
-            ++form;
-        }
+        const std::size_t form = FormOfNumber(entries, number);
         std::vector<std::int64_t>& kept =
             form < entries.size() ? samples.numbersOfForm[form] : samples.withoutForm;
         if (kept.size() < perForm) {

@@ -24,6 +24,12 @@ namespace locmgr::analysis {
 // and with it the cost of ClassifyNumbers, stays bounded whatever the file's size.
 std::vector<std::int64_t> SampleNumbers(const std::u16string& ruleText);
 
+// The form the runtime's plural resolver gives `number`: the first entry that holds; the
+// entry count when none does.
+std::size_t FormOfNumber(
+    const LocalizationManager::StringLocalizing::Model::PluralRuleEntries& entries,
+    std::int64_t number);
+
 struct FormSamples {
     // For each form, the first numbers (in the order tried) that select it.
     std::vector<std::vector<std::int64_t>> numbersOfForm;
