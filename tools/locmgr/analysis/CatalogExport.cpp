@@ -208,9 +208,7 @@ class Exporter {
     }
 
     std::u16string ReferenceFile(const std::string& scope) const {
-        return options_.reference == kNeutralFolder
-                   ? model_.NeutralFile(scope)
-                   : model_.ServingFile(scope, model_.Cultures().at(options_.reference));
+        return model_.ReferenceFile(options_.reference, scope);
     }
 
     ExportedCatalog Export(const std::string& scope) {

@@ -7,12 +7,11 @@
 #include "StringLocalizing/Model/ResourceDictionary.h"
 #include "StringLocalizing/Parsing/ParseLocFile.h"
 #include "ValueBuilder.h"
+#include "ulo/rtl/FileSystem.h"
 #include "ulo/rtl/TextConversion.h"
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <map>
 #include <set>
 
@@ -41,14 +40,6 @@ std::set<std::string> PlaceholdersOf(const Sentence& sentence) {
         }
     }
     return placeholders;
-}
-
-std::string ReadBytes(const std::u16string& path) {
-    std::ifstream file(ulo::WideToUtf8(path), std::ios::binary);
-    if (!file) {
-        throw LtWriteError("cannot read " + Narrow(path));
-    }
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
 // The units of one key in a catalog as exported, in order.
@@ -204,20 +195,19 @@ class ScopeImport {
         return good;
     }
 
-    // The culture's own file for the scope: the file it reads when that is its own, else a new
-    // one in its folder, starting from the text of the file it reads today.
+    // The culture's own file for the scope; when it has none yet, a new one that starts from
+    // the text of the file it reads today.
     void Write(const std::map<std::u16string, Model::Value>& changes, ImportedScope& scope) {
         const auto& culture = model_.Cultures().at(current_.language);
+        const std::u16string path = model_.OwnFile(current_.scope, culture);
         const std::u16string serving = model_.ServingFile(current_.scope, culture);
-        const std::u16string folder = model_.FolderOf(current_.language);
-        const bool own = serving.compare(0, folder.size() + 1, folder + u"/") == 0;
-        const std::u16string path =
-            own ? serving : folder + u"/Locs/" + ulo::Utf8ToWide(current_.scope) + u".lt";
+        const std::u16string source =
+            ulo::filesystem::Exists(path) || serving.empty() ? path : serving;
         try {
-            LtFileText file = DecodeLtFile(ReadBytes(serving));
+            LtFileText file = ReadLtFile(source);
             Model::ResourceDictionary dictionary;
             Parsing::SourceIndex index;
-            Parsing::ParseLocFileIndexed(file.text, serving, dictionary, index);
+            Parsing::ParseLocFileIndexed(file.text, source, dictionary, index);
             LtEdit edit(file.text, index);
             std::u16string previous;
             for (const KeyUnits& key : ByKey(current_)) {
@@ -240,21 +230,12 @@ class ScopeImport {
                 }
             }
             file.text = edit.Text();
-            const std::string bytes = EncodeLtFile(file);
-            const std::filesystem::path target(ulo::WideToUtf8(path));
-            std::error_code error;
-            std::filesystem::create_directories(target.parent_path(), error);
-            std::ofstream out(target, std::ios::binary | std::ios::trunc);
-            if (!out.write(bytes.data(), static_cast<std::streamsize>(bytes.size())) ||
-                !out.flush()) {
-                Problem("", "cannot write " + target.string());
-                return;
-            }
-            scope.file = target.string();
+            WriteLtFile(path, file);
+            scope.file = Narrow(path);
         } catch (const std::bad_alloc&) {
             throw;
         } catch (const std::exception& error) {
-            Problem("", Narrow(serving) + " cannot be rewritten: " + error.what());
+            Problem("", Narrow(source) + " cannot be rewritten: " + error.what());
         }
     }
 

@@ -10,6 +10,9 @@
 
 #include <algorithm>
 #include <cwctype>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <stdexcept>
 #include <utility>
 
@@ -310,6 +313,43 @@ std::string EncodeLtFile(const LtFileText& file) {
         }
     }
     return (file.byteOrderMark ? kByteOrderMark : "") + ulo::WideToUtf8(text);
+}
+
+LtFileText ReadLtFile(const std::u16string& path) {
+    const std::string narrowPath = ulo::WideToUtf8(path);
+    std::error_code error;
+    // Not a pipe or a device: reading one could block or never end.
+    if (!std::filesystem::is_regular_file(narrowPath, error)) {
+        throw LtWriteError("cannot read " + narrowPath + ": not a regular file");
+    }
+    std::ifstream in(narrowPath, std::ios::binary);
+    const std::string bytes{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    if (!in || in.bad()) {
+        throw LtWriteError("cannot read " + narrowPath);
+    }
+    return DecodeLtFile(bytes);
+}
+
+void WriteLtFile(const std::u16string& path, const LtFileText& file) {
+    const std::string bytes = EncodeLtFile(file);
+    const std::filesystem::path target(ulo::WideToUtf8(path));
+    std::error_code error;
+    std::filesystem::create_directories(target.parent_path(), error);
+    // Written beside the file, then renamed over it: an interrupted write leaves the old file.
+    std::filesystem::path temporary = target;
+    temporary += ".locmgr-new";
+    {
+        std::ofstream out(temporary, std::ios::binary | std::ios::trunc);
+        if (!out.write(bytes.data(), static_cast<std::streamsize>(bytes.size())) || !out.flush()) {
+            std::filesystem::remove(temporary, error);
+            throw LtWriteError("cannot write " + target.string());
+        }
+    }
+    std::filesystem::rename(temporary, target, error);
+    if (error) {
+        std::filesystem::remove(temporary, error);
+        throw LtWriteError("cannot write " + target.string());
+    }
 }
 
 // What an edit puts in place of a part of the original text [begin, end).

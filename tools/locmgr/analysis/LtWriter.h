@@ -51,6 +51,14 @@ LtFileText DecodeLtFile(const std::string& bytes);
 // a surrogate that is not part of a pair, which UTF-8 cannot encode.
 std::string EncodeLtFile(const LtFileText& file);
 
+// The file at `path`, decoded as DecodeLtFile does. Throws LtWriteError when it is not a
+// regular file, cannot be read, or does not decode exactly.
+LtFileText ReadLtFile(const std::u16string& path);
+
+// Writes `file` to `path`, creating its folders: first beside it, then renamed over it, so
+// that a write that fails leaves the old file as it was. Throws LtWriteError.
+void WriteLtFile(const std::u16string& path, const LtFileText& file);
+
 // Edits of one file's text: replace an entry's value, insert entries, remove entries; Text()
 // gives the edited file. Keys are matched case-insensitively, as the runtime matches them.
 // Entries are those of the file and those inserted so far; a removed entry is gone. Each

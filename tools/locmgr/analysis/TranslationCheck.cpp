@@ -91,9 +91,7 @@ class Comparison {
 
   private:
     std::u16string ReferenceFile(const std::string& scope) const {
-        return inputs_.reference == kNeutralFolder
-                   ? model_.NeutralFile(scope)
-                   : model_.ServingFile(scope, model_.Cultures().at(inputs_.reference));
+        return model_.ReferenceFile(inputs_.reference, scope);
     }
 
     // The file at `path` when the runtime can load it, else null.

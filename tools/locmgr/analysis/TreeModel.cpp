@@ -82,6 +82,31 @@ std::u16string TreeModel::NeutralFile(const std::string& scope) const {
     return std::u16string();
 }
 
+std::u16string TreeModel::ReferenceFile(const std::string& reference,
+                                        const std::string& scope) const {
+    return reference == kNeutralFolder ? NeutralFile(scope)
+                                       : ServingFile(scope, cultures_.at(reference));
+}
+
+std::u16string TreeModel::OwnFile(const std::string& scope,
+                                  const localization_manager::Culture& culture) const {
+    const std::vector<Probe> probes = ProbeScope(scope, culture);
+    if (probes.empty()) {
+        return std::u16string();
+    }
+    // The first probe is the most specific folder; the root's probes come last.
+    std::u16string inRoot;
+    for (const Probe& probe : probes) {
+        if (probe.folder == probes.front().folder) {
+            if (probe.exists) {
+                return probe.path;
+            }
+            inRoot = probe.path;
+        }
+    }
+    return inRoot;
+}
+
 std::u16string TreeModel::FolderOf(const std::string& cultureName) const {
     const CultureFolder* found = nullptr;
     for (const CultureFolder& folder : inventory_.folders) {

@@ -51,6 +51,15 @@ class TreeModel {
     // The file a culture without folders of its own reads: "neutral" of the alternative
     // directory, then of the root; or empty.
     std::u16string NeutralFile(const std::string& scope) const;
+    // The file of `scope` that a comparison with `reference` ("neutral" or a culture of the
+    // model) reads: NeutralFile, or the file that culture reads; or empty. Throws
+    // std::out_of_range for a reference that is neither.
+    std::u16string ReferenceFile(const std::string& reference, const std::string& scope) const;
+    // Where the culture's own file of `scope` is: the file of its most specific folder that the
+    // runtime finds first (the alternative directory before the root), else where that file
+    // would be in the root. Files written for a culture go there.
+    std::u16string OwnFile(const std::string& scope,
+                           const localization_manager::Culture& culture) const;
 
     // The folder where a culture's own files belong (for findings about the culture as a
     // whole): its folder in the root, else in the alternative directory, else where it would be
