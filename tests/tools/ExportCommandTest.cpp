@@ -19,11 +19,6 @@ namespace {
 
 using ::testing::HasSubstr;
 
-std::string Read(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
-
 class ExportCommandTest : public ::testing::Test {
   protected:
     std::string Out() const { return std::filesystem::path(folder_.Path("po")).string(); }
@@ -69,7 +64,7 @@ TEST_F(ExportCommandTest, CatalogsPassGettextsCheckAndCarryTheCulturesTexts) {
                   "/download.po: 14 units, 14 translated\n" + Out() +
                   "/settings.po: 10 units, 10 translated\n",
               result.out);
-    const std::string download = Read(Out() + "/download.po");
+    const std::string download = ReadFile(Out() + "/download.po");
     EXPECT_THAT(download, HasSubstr("\"Plural-Forms: nplurals=3; plural=(n % 10 == 1 && n % 100 "
                                     "!= 11) ? 0 : (n % 10 >= 2 && n % 10 <= 4 && (n % 100 < 10 "
                                     "|| n % 100 >= 20)) ? 1 : 2;\\n\"\n"));
@@ -101,13 +96,13 @@ TEST_F(ExportCommandTest, CatalogsPassGettextsCheckAndCarryTheCulturesTexts) {
 TEST_F(ExportCommandTest, PoAndXliffCarryTheSameTextsForTheToolkit) {
     // ru: 3 forms, translated.
     ExpectSameTextsInBothFormats("ru", 26);
-    EXPECT_THAT(Read(XliffOut() + "/download.xlf"),
+    EXPECT_THAT(ReadFile(XliffOut() + "/download.xlf"),
                 HasSubstr("<source>Downloading <ph id=\"fileName\" ctype=\"x-parameter\">"
                           "{fileName}</ph> (<ph id=\"percent\" ctype=\"x-parameter\">{percent}"
                           "</ph>%)</source>\n"));
     // fr: 2 forms, nothing translated.
     ExpectSameTextsInBothFormats("fr", 16);
-    EXPECT_THAT(Read(XliffOut() + "/download.xlf"),
+    EXPECT_THAT(ReadFile(XliffOut() + "/download.xlf"),
                 HasSubstr("<target state=\"needs-translation\"/>"));
 }
 
@@ -116,7 +111,7 @@ TEST_F(ExportCommandTest, ACultureWithoutTextsOfItsOwnExportsEmptyTargets) {
         {"export", "--root", kRoot, "--culture", "fr", "--scope", "download", "--out", Out()});
     ASSERT_EQ(0, result.exitStatus) << result.err;
     EXPECT_EQ(Out() + "/download.po: 12 units, 0 translated\n", result.out);
-    EXPECT_THAT(Read(Out() + "/download.po"), HasSubstr("msgid \"Download\"\nmsgstr \"\"\n"));
+    EXPECT_THAT(ReadFile(Out() + "/download.po"), HasSubstr("msgid \"Download\"\nmsgstr \"\"\n"));
 }
 
 TEST_F(ExportCommandTest, BadRequestsAreRefused) {

@@ -24,11 +24,6 @@ const std::vector<std::string> kDownloadKeys{"title",  "windowTitle", "status", 
                                              "paused", "summary",     "cleanup", "saveHint",
                                              "failed", "done"};
 
-std::string Read(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
-
 class ImportCommandTest : public ::testing::Test {
   protected:
     void SetUp() override {
@@ -73,7 +68,7 @@ class ImportCommandTest : public ::testing::Test {
 TEST_F(ImportCommandTest, RoundTripsServeTheSameTexts) {
     const std::string served = Served();
     const std::string file = Tree() + "/ru/Locs/download.lt";
-    const std::string before = Read(file);
+    const std::string before = ReadFile(file);
     for (const std::string format : {"po", "xliff"}) {
         Export(format);
         const std::string catalog =
@@ -82,7 +77,7 @@ TEST_F(ImportCommandTest, RoundTripsServeTheSameTexts) {
         ProcessResult result = Import(catalog);
         ASSERT_EQ(0, result.exitStatus) << result.err;
         EXPECT_THAT(result.out, HasSubstr("scope download unchanged"));
-        EXPECT_EQ(before, Read(file));
+        EXPECT_EQ(before, ReadFile(file));
         // Rebuilt from the catalog alone: the culture's file starts from the neutral one and
         // takes every text from the catalog.
         std::filesystem::remove(file);
@@ -127,8 +122,8 @@ TEST_F(ImportCommandTest, ARealToolsRewriteOfEveryTranslationShowsInEveryText) {
 TEST_F(ImportCommandTest, AWrongPlaceholderRefusesTheWholeCatalog) {
     Export("po");
     const std::string file = Tree() + "/ru/Locs/download.lt";
-    const std::string before = Read(file);
-    std::string catalog = Read(Catalogs() + "/download.po");
+    const std::string before = ReadFile(file);
+    std::string catalog = ReadFile(Catalogs() + "/download.po");
     const struct {
         std::string from;
         std::string to;
@@ -153,13 +148,13 @@ TEST_F(ImportCommandTest, AWrongPlaceholderRefusesTheWholeCatalog) {
         const ProcessResult result = Import(Catalogs() + "/download.po");
         EXPECT_EQ(1, result.exitStatus);
         EXPECT_THAT(result.err, HasSubstr(test.message));
-        EXPECT_EQ(before, Read(file));
+        EXPECT_EQ(before, ReadFile(file));
     }
 }
 
 TEST_F(ImportCommandTest, UnreadableCatalogsAreNamedAndChangeNothing) {
     const std::string file = Tree() + "/ru/Locs/download.lt";
-    const std::string before = Read(file);
+    const std::string before = ReadFile(file);
     const struct {
         std::string name;
         std::string content;
@@ -184,7 +179,7 @@ TEST_F(ImportCommandTest, UnreadableCatalogsAreNamedAndChangeNothing) {
             Import(std::filesystem::path(folder_.Path("bad/" + test.name)).string());
         EXPECT_EQ(test.message.empty() ? 0 : 1, result.exitStatus) << test.name;
         EXPECT_THAT(result.err, HasSubstr(test.message));
-        EXPECT_EQ(before, Read(file));
+        EXPECT_EQ(before, ReadFile(file));
     }
 }
 

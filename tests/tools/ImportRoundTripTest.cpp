@@ -17,11 +17,6 @@
 namespace locmgr::testing {
 namespace {
 
-std::string Read(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
-
 // A tree of 10,000 keys in five cultures, Arabic's six forms and Japanese's one among them:
 // plain texts, parameters, references, plural texts and texts with two plural parameters.
 class GeneratedTree {
@@ -103,7 +98,7 @@ TEST(ImportRoundTripTest, ACultureRebuiltFromItsCatalogGivesTheSameCatalog) {
             }
         }
         const std::string name = format == "po" ? "/big.po" : "/big.xlf";
-        EXPECT_EQ(Read(first + name), Read(second + name)) << culture;
+        EXPECT_EQ(ReadFile(first + name), ReadFile(second + name)) << culture;
     }
 }
 

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
+#include <iterator>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
@@ -13,6 +15,12 @@
 namespace locmgr::testing {
 
 inline const std::string kBroken = kExamples + "/broken";
+
+// The bytes of a file; empty when there is none.
+inline std::string ReadFile(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
 
 // The JSON locmgr printed; fails the test when it printed none.
 inline nlohmann::json JsonOf(const ProcessResult& result) {

@@ -3,6 +3,7 @@
 #include "Baseline.h"
 #include "CheckSettings.h"
 #include "CultureFolder.h"
+#include "MergeRecord.h"
 #include "StringLocalizing/Model/CultureNames.h"
 #include "TreeScan.h"
 #include "UsageError.h"
@@ -73,6 +74,8 @@ int RunOnTree(const std::string& command, const std::function<void()>& analysis)
     } catch (const analysis::SettingsError& error) {
         return fail(error);
     } catch (const analysis::BaselineError& error) {
+        return fail(error);
+    } catch (const analysis::MergeRecordError& error) {
         return fail(error);
     } catch (const std::invalid_argument& error) {
         throw UsageError(error.what());

@@ -51,9 +51,9 @@ std::string ReferenceOption(const Options& options, std::vector<std::string>& ex
 // false.
 bool OpenTreeOrReport(ModuleSession& session, const Options& options);
 
-// Runs an analysis of a tree for `command`: a tree, settings file or baseline that cannot be
-// read is reported on standard error and gives kExitUsage; an unknown culture, reference or
-// scope (std::invalid_argument) becomes a UsageError. kExitOk when the analysis ran.
+// Runs an analysis of a tree for `command`: a tree, settings file, baseline or merge record
+// that cannot be read is reported on standard error and gives kExitUsage; an unknown culture,
+// reference or scope (std::invalid_argument) becomes a UsageError. kExitOk when the analysis ran.
 int RunOnTree(const std::string& command, const std::function<void()>& analysis);
 
 }  // namespace locmgr

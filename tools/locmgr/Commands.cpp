@@ -5,9 +5,9 @@ namespace locmgr {
 const std::vector<const Command*>& AllCommands() {
     // Built on first use: the commands are globals of other files, initialised before main.
     static const std::vector<const Command*> kCommands{
-        &kGetCommand,    &kStreamCommand, &kCultureCommand,  &kBatchCommand,
-        &kParseCommand,  &kCheckCommand,  &kCoverageCommand, &kExplainCommand,
-        &kPseudoCommand, &kExportCommand, &kImportCommand};
+        &kGetCommand,    &kStreamCommand,   &kCultureCommand, &kBatchCommand,  &kParseCommand,
+        &kCheckCommand,  &kCoverageCommand, &kExplainCommand, &kPseudoCommand, &kExportCommand,
+        &kImportCommand, &kInitCommand,     &kMergeCommand};
     return kCommands;
 }
 

@@ -33,6 +33,8 @@ extern const Command kExplainCommand;
 extern const Command kPseudoCommand;
 extern const Command kExportCommand;
 extern const Command kImportCommand;
+extern const Command kInitCommand;
+extern const Command kMergeCommand;
 
 // Every command, in the order the overview lists them.
 const std::vector<const Command*>& AllCommands();

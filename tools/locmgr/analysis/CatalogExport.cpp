@@ -13,6 +13,7 @@
 #include <filesystem>
 #include <optional>
 #include <stdexcept>
+#include <tuple>
 
 namespace locmgr::analysis {
 
@@ -104,17 +105,7 @@ class Exporter {
   public:
     Exporter(const TreeModel& model, const CatalogExportOptions& options)
         : model_(model), options_(options) {
-        localization_manager::Culture culture;
-        if (ulo::Failed(Model::ConvertCultureName(options.culture, culture))) {
-            throw std::invalid_argument("unknown culture name '" + options.culture + "'");
-        }
-        const auto found = model.Cultures().find(CultureName(culture));
-        if (found == model.Cultures().end()) {
-            throw std::invalid_argument("the tree was not read for culture '" + options.culture +
-                                        "'");
-        }
-        cultureName_ = found->first;
-        culture_ = found->second;
+        std::tie(cultureName_, culture_) = model.CultureNamed(options.culture);
         if (options.reference != kNeutralFolder && model.Cultures().count(options.reference) == 0) {
             throw std::invalid_argument("the reference '" + options.reference +
                                         "' is neither \"neutral\" nor a culture of the tree");

@@ -37,6 +37,20 @@ TreeModel::TreeModel(const std::string& root, const std::string& alternative,
     }
 }
 
+std::pair<std::string, localization_manager::Culture> TreeModel::CultureNamed(
+    const std::string& name) const {
+    localization_manager::Culture culture;
+    if (ulo::Failed(
+            LocalizationManager::StringLocalizing::Model::ConvertCultureName(name, culture))) {
+        throw std::invalid_argument("unknown culture name '" + name + "'");
+    }
+    const auto found = cultures_.find(CultureName(culture));
+    if (found == cultures_.end()) {
+        throw std::invalid_argument("the tree was not read for culture '" + name + "'");
+    }
+    return *found;
+}
+
 std::vector<Probe> TreeModel::ProbeScope(const std::string& scope,
                                          const localization_manager::Culture& culture) const {
     const std::vector<std::u16string> candidates =

@@ -11,6 +11,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace locmgr::analysis {
@@ -40,6 +41,12 @@ class TreeModel {
     const std::map<std::string, localization_manager::Culture>& Cultures() const {
         return cultures_;
     }
+
+    // The culture an application calls `name` ("FR", "anz"), and its name in Cultures().
+    // Throws std::invalid_argument for an unknown culture name or a culture the model was not
+    // read for.
+    std::pair<std::string, localization_manager::Culture> CultureNamed(
+        const std::string& name) const;
 
     // The paths the runtime tries for the file of `scope`, in order, each with whether it
     // exists (the runtime's own existence test).

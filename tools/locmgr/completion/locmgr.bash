@@ -2,7 +2,7 @@
 # have a fixed set, and directories or files where an option or operand names one.
 # The option lists follow each command's --help; tests/tools compares the two.
 
-_locmgr_commands="get stream culture batch parse check coverage explain pseudo export import help"
+_locmgr_commands="get stream culture batch parse check coverage explain pseudo export import init merge help"
 
 # The options of command $1.
 _locmgr_options() {
@@ -18,6 +18,8 @@ _locmgr_options() {
         pseudo) echo "--root --out --culture --style --format --help" ;;
         export) echo "--root --alt --culture --reference --scope --out --format --help" ;;
         import) echo "--root --alt --culture --reference --in --help" ;;
+        init) echo "--root --alt --culture --reference --help" ;;
+        merge) echo "--root --alt --culture --reference --scope --prune --reviewed --help" ;;
     esac
 }
 
