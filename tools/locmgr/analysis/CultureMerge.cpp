@@ -8,6 +8,7 @@
 #include "ulo/rtl/FileSystem.h"
 #include "ulo/rtl/TextConversion.h"
 
+#include <algorithm>
 #include <set>
 #include <stdexcept>
 #include <tuple>
@@ -82,6 +83,10 @@ class Merger {
                 throw std::invalid_argument("the reference has no texts of scope '" + scope + "'");
             }
         }
+        // The common texts first: a key they define is found in every scope, so the other
+        // scopes are merged against the culture's merged common texts.
+        std::stable_partition(scopes.begin(), scopes.end(),
+                              [](const std::string& scope) { return scope == kCommonScope; });
         MergeResult result;
         for (const std::string& scope : scopes) {
             result.scopes.push_back(Merge(scope));
@@ -144,7 +149,6 @@ class Merger {
                 (options_.prune && !merged.obsolete.empty())) {
                 file.text = edit.Text();
                 WriteLtFile(own, file);
-                merged.written = true;
             }
             record_->scopes[scope] = std::move(next);
         } catch (const std::bad_alloc&) {

@@ -40,7 +40,6 @@ struct MergedScope {
     std::string scope;
     std::string file;                   // the culture's own file
     std::string copiedFrom;             // the file a new one was copied from, or empty
-    bool written = false;               // whether the file was written
     std::vector<std::string> added;     // keys, as the reference writes them
     std::vector<std::string> obsolete;  // keys, as the culture writes them
     // Keys whose text was the reference's and now is its new text, as the reference writes them.
