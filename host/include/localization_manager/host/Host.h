@@ -2,8 +2,10 @@
 
 // Everything a host needs to load the localization manager module and hand it its services.
 
+#include "localization_manager/host/FunctionResolver.h"
 #include "localization_manager/host/HostObject.h"
 #include "localization_manager/host/InterfacePtr.h"
+#include "localization_manager/host/Localization.h"
 #include "localization_manager/host/MallocAllocator.h"
 #include "localization_manager/host/ModuleLoader.h"
 #include "localization_manager/host/ReferenceCount.h"

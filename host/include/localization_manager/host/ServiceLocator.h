@@ -14,8 +14,9 @@ namespace localization_manager::host {
 // objects that live until their last reference goes.
 class ServiceLocator final : public CountedObject<ulo::IServiceLocator> {
   public:
-    // `tracer` may be null: components then get "Not found" for the tracer service and trace
-    // nothing. A null `allocator` means the process-wide MallocAllocator.
+    // `tracer` may be null: the tracer service is then refused with "Not found", and the
+    // localization manager's components, which keep the tracer for their error lines, refuse
+    // to be created. A null `allocator` means the process-wide MallocAllocator.
     static InterfacePtr<ServiceLocator> Create(InterfacePtr<ulo::ITracer> tracer,
                                                InterfacePtr<ulo::IAllocator> allocator = nullptr);
 
