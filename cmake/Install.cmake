@@ -55,6 +55,23 @@ write_basic_package_version_file(
   COMPATIBILITY SameMinorVersion
 )
 install(FILES
+  "${PROJECT_BINARY_DIR}/include/localization_manager/Version.h"
+  DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/localization_manager"
+)
+
+# pkg-config finds the prefix from where the file is, so that the package may move.
+set(LM_PC_INSTALL_DIR "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+file(RELATIVE_PATH LM_PC_PREFIX_FROM_PCFILEDIR "/prefix/${LM_PC_INSTALL_DIR}" "/prefix")
+configure_file("${CMAKE_CURRENT_LIST_DIR}/localization-manager.pc.in"
+               "${PROJECT_BINARY_DIR}/localization-manager.pc" @ONLY)
+install(FILES "${PROJECT_BINARY_DIR}/localization-manager.pc" DESTINATION "${LM_PC_INSTALL_DIR}")
+
+# The example hosts, to build against the installed package.
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/examples/host/"
+  DESTINATION "${CMAKE_INSTALL_DOCDIR}/examples/host"
+)
+
+install(FILES
   "${PROJECT_BINARY_DIR}/LocalizationManagerConfig.cmake"
   "${PROJECT_BINARY_DIR}/LocalizationManagerConfigVersion.cmake"
   DESTINATION "${LM_PACKAGE_INSTALL_DIR}"

@@ -10,6 +10,8 @@ packages=(
   gettext libicu-dev icu-devtools
   # the manual page of locmgr, made from its --help
   help2man
+  # the install test builds a host through the installed pkg-config file
+  pkg-config
   # the catalogs of "locmgr export" and "import" (XLIFF with libxml2, PO with libgettextpo),
   # and the translation tools their tests hand the catalogs to (msgfmt above, the Translate
   # Toolkit)

@@ -148,7 +148,7 @@ Localization::Localization(const std::string& modulePath, const std::string& roo
     };
     if (!session->loader.Load(modulePath)) {
         fail(FailureOf(ulo::kResultNotInitialized,
-                              "cannot load the module: " + session->loader.Error()));
+                       "cannot load the module: " + session->loader.Error()));
         return;
     }
     // Lines traced within a request go to that request; the sink gets the others.
@@ -160,8 +160,8 @@ Localization::Localization(const std::string& modulePath, const std::string& roo
         }
     });
     session->services = ServiceLocator::Create(std::move(tracer));
-    std::int32_t code = session->loader.CreateInstance(
-        kLocalizationManagerClassId, session->services.Get(), session->manager);
+    std::int32_t code = session->loader.CreateInstance(kLocalizationManagerClassId,
+                                                       session->services.Get(), session->manager);
     if (ulo::Succeeded(code)) {
         code = session->loader.CreateInstance(kCultureConverterClassId, session->services.Get(),
                                               session->converter);
@@ -240,7 +240,7 @@ ScopeTexts::ScopeTexts(std::shared_ptr<const Session> session, InterfacePtr<ILoc
       failure_(std::move(failure)) {}
 
 ulo::string16_t ScopeTexts::Fetch(std::string_view key, const Parameter* parameters,
-                                    std::size_t count, Failure& failure) const {
+                                  std::size_t count, Failure& failure) const {
     failure = Failure{};
     if (!localizer_) {
         failure = failure_;
@@ -263,8 +263,8 @@ ulo::string16_t ScopeTexts::Fetch(std::string_view key, const Parameter* paramet
     }
     std::string what = "text '" + std::string(key) + "' of " + description_;
     if (!request.missingParameter.empty()) {
-        what += ": no value was given for the parameter '" +
-                Utf16ToUtf8(request.missingParameter) + "'";
+        what += ": no value was given for the parameter '" + Utf16ToUtf8(request.missingParameter) +
+                "'";
     }
     failure = FailureOf(code, what);
     for (auto& [level, line] : request.trace) {
@@ -352,8 +352,8 @@ std::string ScopeTexts::ReadResource(std::string_view key, Failure& failure) con
         std::uint32_t read = 0;
         const std::int32_t code = stream->Read(buffer, sizeof buffer, &read);
         if (ulo::Failed(code)) {
-            failure = FailureOf(code, "cannot read resource '" + std::string(key) + "' of " +
-                                          description_);
+            failure = FailureOf(
+                code, "cannot read resource '" + std::string(key) + "' of " + description_);
             return std::string();
         }
         if (read == 0) {

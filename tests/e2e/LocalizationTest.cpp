@@ -51,9 +51,8 @@ TEST(LocalizationTest, ParametersAreGivenWithEachRequest) {
     }
     const std::vector<host::Parameter> built{{"count", 2u}, {"folders", std::string("1")}};
     EXPECT_EQ(RussianSummary(2, 1), texts.Get("SUMMARY", built));
-    EXPECT_EQ(u"2 файла в 1 папке.", std::u16string(texts.GetUtf16("summary", {{"count", 2},
-                                                                                {"folders", 1}})
-                                                          .c_str()));
+    EXPECT_EQ(u"2 файла в 1 папке.",
+              std::u16string(texts.GetUtf16("summary", {{"count", 2}, {"folders", 1}}).c_str()));
 }
 
 // Requests from 16 threads on one object, each with its own numbers, never see another's.
@@ -96,7 +95,10 @@ TEST(LocalizationTest, FailuresSayWhatFailedWithTheModulesOwnLines) {
         std::string message;
         std::string trace;
     } cases[] = {
-        {"good", "nope", {}, "0x8000004B (Unspecified error): text 'nope' of scope 'good' in 'en'",
+        {"good",
+         "nope",
+         {},
+         "0x8000004B (Unspecified error): text 'nope' of scope 'good' in 'en'",
          "Key 'nope' not found"},
         {"good", "a", {}, "no value was given for the parameter 'n'", "cannot resolve"},
         {"broken", "a", {}, "text 'a' of scope 'broken'", "parse error at file"},
@@ -153,8 +155,7 @@ TEST(LocalizationTest, ResourcesAreReadWhole) {
     const host::Localization localization(LM_MODULE_PATH, kRoot);
     const host::ScopeTexts texts = localization.Texts("download", "ru");
     std::ifstream file(kRoot + "/neutral/download/icon.svg", std::ios::binary);
-    const std::string bytes{std::istreambuf_iterator<char>(file),
-                            std::istreambuf_iterator<char>()};
+    const std::string bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
     ASSERT_FALSE(bytes.empty());
     EXPECT_EQ(bytes, texts.ReadResource("icon.svg"));
     host::Failure failure;

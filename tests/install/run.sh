@@ -33,7 +33,8 @@ step "$cmake" --install "$build_dir" --prefix "$prefix"
 
 for file in lib/localization_manager/localization_manager.so lib/liblocalization_manager_host.a \
   bin/locmgr include/ulo/IObject.h include/localization_manager/ILocalizer.h \
-  include/localization_manager/host/Host.h \
+  include/localization_manager/host/Host.h include/localization_manager/Version.h \
+  lib/pkgconfig/localization-manager.pc share/doc/localization_manager/examples/host/hello.cpp \
   lib/cmake/LocalizationManager/LocalizationManagerConfig.cmake \
   lib/cmake/LocalizationManager/LocalizationManagerConfigVersion.cmake; do
   [[ -e "$prefix/$file" ]] || { echo "not installed: $file"; exit 1; }
@@ -50,4 +51,22 @@ expect "consumer" "Herunterladen – File Courier" "$("$work/build/consumer" "$r
 # The installed tool finds the installed module by itself.
 expect "installed locmgr" "Загрузка" \
   "$("$prefix/bin/locmgr" get --root "$root" --scope download --culture ru title)"
+icon_size=$(stat -c %s "$root/neutral/download/icon.svg")
+hello_output=$'3 файла в 2 папках.\nicon.svg: '"$icon_size bytes"
+
+# The example hosts, built from the documentation folder against the installed package.
+examples=$prefix/share/doc/localization_manager/examples/host
+step "$cmake" -S "$examples" -B "$work/examples" -G Ninja -DCMAKE_PREFIX_PATH="$prefix"
+step "$cmake" --build "$work/examples" -j2
+expect "hello" "$hello_output" "$("$work/examples/hello" "$root")"
+step "$work/examples/texts" "$root" ru
+
+# Without CMake: pkg-config gives the flags and the module's path.
+export PKG_CONFIG_PATH=$prefix/lib/pkgconfig
+expect "pkg-config version" "$("$prefix/bin/locmgr" --version | cut -d' ' -f2)" \
+  "$(pkg-config --modversion localization-manager)"
+module=$(pkg-config --variable=module localization-manager)
+step c++ -std=c++17 -o "$work/hello-pc" "$examples/hello.cpp" -DLM_MODULE="\"$module\"" \
+  $(pkg-config --cflags --libs --static localization-manager)
+expect "hello through pkg-config" "$hello_output" "$("$work/hello-pc" "$root")"
 echo "installed package works"

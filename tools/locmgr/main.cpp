@@ -7,6 +7,7 @@
 #include "Commands.h"
 #include "ModuleSession.h"
 #include "Options.h"
+#include "localization_manager/Version.h"
 
 #include <exception>
 #include <iostream>
@@ -100,7 +101,7 @@ int main(int argc, char** argv) {
         return locmgr::kExitOk;
     }
     if (name == "--version") {
-        std::cout << "locmgr " << LM_VERSION << '\n';
+        std::cout << "locmgr " << LOCALIZATION_MANAGER_VERSION_STRING << '\n';
         return locmgr::kExitOk;
     }
     if (name == kHelpCommand) {

@@ -37,9 +37,9 @@ namespace localization_manager::host {
 // Integers are written in decimal digits, as plural forms choose by them.
 class Parameter {
   public:
-    template <class Integer, std::enable_if_t<std::is_integral_v<Integer> &&
-                                                  !std::is_same_v<Integer, bool>,
-                                              int> = 0>
+    template <
+        class Integer,
+        std::enable_if_t<std::is_integral_v<Integer> && !std::is_same_v<Integer, bool>, int> = 0>
     Parameter(std::string_view name, Integer value) : Parameter(name, std::to_string(value)) {}
     Parameter(std::string_view name, std::string_view value);
     Parameter(std::string_view name, const char* value)
