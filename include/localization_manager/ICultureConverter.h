@@ -10,7 +10,8 @@ namespace localization_manager {
 
 // Turns a culture name as people write it ("ru", "EN-us", "sr-Latn-RS", grouped names such as
 // "anz" or "la") into the Culture record that GetLocalizer takes. Create it through the
-// factory of class kCultureConverterClassId.
+// factory of class kCultureConverterClassId. It keeps no state: any thread may use it, several
+// at once.
 class ICultureConverter : public ulo::IObject {
   public:
     static constexpr ulo::InterfaceId kInterfaceId = 0x465EBE3Fu;

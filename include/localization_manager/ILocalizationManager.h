@@ -12,6 +12,11 @@ namespace localization_manager {
 
 // Hands out localizers over one localization tree. Create it through the factory of class
 // kLocalizationManagerClassId, then call Construct once before asking for localizers.
+//
+// Threads: any thread may call any method, several at once; the manager serialises them
+// inside. A localizer keeps the tree it was made with when Construct replaces it. Ownership:
+// the caller owns the reference GetLocalizer hands out; a localizer keeps what it needs of the
+// manager, and may outlive it.
 class ILocalizationManager : public ulo::IObject {
   public:
     static constexpr ulo::InterfaceId kInterfaceId = 0x9E168F3Fu;

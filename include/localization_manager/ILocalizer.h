@@ -9,6 +9,12 @@
 namespace localization_manager {
 
 // The texts and binary resources of one scope in one culture.
+//
+// Threads: GetString and GetStream may be called from any number of threads at once. The
+// first text request builds the scope's texts (the others wait for it); the parameter
+// resolver is called on the requesting thread, from several threads at once when they share
+// the localizer. Ownership: a stream from GetStream belongs to the caller and reads its file
+// on its own, also after the localizer is released.
 class ILocalizer : public ulo::IObject {
   public:
     static constexpr ulo::InterfaceId kInterfaceId = 0xD4AEF19Du;

@@ -7,7 +7,8 @@
 namespace ulo {
 
 // A byte stream with a movable position. The streams this module hands out are read-only:
-// their write, resize and flush slots return 0x80000042 ("Not supported").
+// their write, resize and flush slots return 0x80000042 ("Not supported"). A stream has one
+// position: use it from one thread at a time, or give each thread its own stream.
 class IIO : public IObject {
   public:
     static constexpr InterfaceId kInterfaceId = 0x0000000Au;

@@ -3,6 +3,10 @@
 // Ownership of one reference to a framework interface. Objects that cross the module boundary
 // are destroyed by their last Release, so a host that forgets one Release leaks the object and
 // keeps the module from unloading; this pointer makes the Release part of leaving scope.
+//
+// Threads: like std::shared_ptr, one InterfacePtr object is not to be changed from two threads
+// at once, while pointers of their own to the same object may be used on any thread (the
+// objects count their references atomically).
 
 #include "ulo/ResultCode.h"
 

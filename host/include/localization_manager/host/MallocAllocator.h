@@ -11,7 +11,7 @@ namespace localization_manager::host {
 // The allocator service over the C heap. It holds no state, so one instance serves the whole
 // process and is never destroyed: a component may keep its reference for as long as it likes,
 // even past the end of main. Like every static framework object it does not count references
-// (AddRef and Release return 0).
+// (AddRef and Release return 0). Any thread may use it, as it may use malloc.
 class MallocAllocator final : public StaticObject<ulo::IAllocator> {
   public:
     // The process-wide instance.

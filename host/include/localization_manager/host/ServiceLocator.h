@@ -11,7 +11,8 @@ namespace localization_manager::host {
 // The service locator a host passes to CreateInstance. It answers the allocator and the tracer
 // service, each with a reference of its own, and refuses every other service with 0x8000004C
 // ("Not found"). Components keep what they get for their whole life, so the services must be
-// objects that live until their last reference goes.
+// objects that live until their last reference goes. It never changes after Create: any
+// thread may use it, several at once.
 class ServiceLocator final : public CountedObject<ulo::IServiceLocator> {
   public:
     // `tracer` may be null: the tracer service is then refused with "Not found", and the
