@@ -239,12 +239,28 @@ ScopeTexts::ScopeTexts(std::shared_ptr<const Session> session, InterfacePtr<ILoc
       description_(std::move(description)),
       failure_(std::move(failure)) {}
 
-ulo::string16_t ScopeTexts::Fetch(std::string_view key, const Parameter* parameters,
-                                  std::size_t count, Failure& failure) const {
+ulo::string16_t ScopeTexts::Fetch(std::string_view key, const TextKey* typed,
+                                  const Parameter* parameters, std::size_t count,
+                                  Failure& failure) const {
     failure = Failure{};
     if (!localizer_) {
         failure = failure_;
         return {};
+    }
+    for (std::size_t index = 0; typed != nullptr && index < typed->parameterCount; ++index) {
+        const std::u16string name = Utf8ToUtf16(typed->parameters[index]);
+        bool given = false;
+        for (std::size_t parameter = 0; parameter < count && !given; ++parameter) {
+            given = parameters[parameter].Name() == name;
+        }
+        if (!given) {
+            failure = FailureOf(ulo::kResultInvalidArgument,
+                                "text '" + std::string(key) + "' of " + description_ +
+                                    ": its texts ask for the parameter '" +
+                                    std::string(typed->parameters[index]) +
+                                    "', which the request does not give");
+            return {};
+        }
     }
     PendingRequest request;
     request.parameters = parameters;
@@ -275,12 +291,12 @@ ulo::string16_t ScopeTexts::Fetch(std::string_view key, const Parameter* paramet
 
 std::string ScopeTexts::Get(std::string_view key, std::initializer_list<Parameter> parameters,
                             Failure& failure) const {
-    return ToUtf8(Fetch(key, parameters.begin(), parameters.size(), failure));
+    return ToUtf8(Fetch(key, nullptr, parameters.begin(), parameters.size(), failure));
 }
 
 std::string ScopeTexts::Get(std::string_view key, const std::vector<Parameter>& parameters,
                             Failure& failure) const {
-    return ToUtf8(Fetch(key, parameters.data(), parameters.size(), failure));
+    return ToUtf8(Fetch(key, nullptr, parameters.data(), parameters.size(), failure));
 }
 
 std::string ScopeTexts::Get(std::string_view key,
@@ -302,15 +318,29 @@ std::string ScopeTexts::Get(std::string_view key, const std::vector<Parameter>& 
     return text;
 }
 
+std::string ScopeTexts::Get(const TextKey& key, std::initializer_list<Parameter> parameters,
+                            Failure& failure) const {
+    return ToUtf8(Fetch(key.name, &key, parameters.begin(), parameters.size(), failure));
+}
+
+std::string ScopeTexts::Get(const TextKey& key, std::initializer_list<Parameter> parameters) const {
+    Failure failure;
+    std::string text = Get(key, parameters, failure);
+    if (failure) {
+        throw LocalizationError(std::move(failure));
+    }
+    return text;
+}
+
 ulo::string16_t ScopeTexts::GetUtf16(std::string_view key, const std::vector<Parameter>& parameters,
                                      Failure& failure) const {
-    return Fetch(key, parameters.data(), parameters.size(), failure);
+    return Fetch(key, nullptr, parameters.data(), parameters.size(), failure);
 }
 
 ulo::string16_t ScopeTexts::GetUtf16(std::string_view key,
                                      std::initializer_list<Parameter> parameters) const {
     Failure failure;
-    ulo::string16_t text = Fetch(key, parameters.begin(), parameters.size(), failure);
+    ulo::string16_t text = Fetch(key, nullptr, parameters.begin(), parameters.size(), failure);
     if (failure) {
         throw LocalizationError(std::move(failure));
     }

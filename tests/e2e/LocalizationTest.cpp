@@ -55,6 +55,23 @@ TEST(LocalizationTest, ParametersAreGivenWithEachRequest) {
               std::u16string(texts.GetUtf16("summary", {{"count", 2}, {"folders", 1}}).c_str()));
 }
 
+// A constant of "locmgr keys" lists what the key's texts ask for in any culture: a request
+// that leaves one out fails here too, where this culture's text would not have needed it.
+TEST(LocalizationTest, AKeyConstantWantsEveryParameterItsTextsAskFor) {
+    static constexpr std::string_view kParameters[] = {"count", "folders"};
+    static constexpr host::TextKey kStatus{"status", kParameters, 2};
+    const host::Localization localization(LM_MODULE_PATH, kRoot);
+    const host::ScopeTexts texts = localization.Texts("download", "en-US");
+    EXPECT_EQ(texts.Get("status", {{"count", 3}}),
+              texts.Get(kStatus, {{"count", 3}, {"folders", 1}}));
+    host::Failure failure;
+    EXPECT_EQ("", texts.Get(kStatus, {{"count", 3}}, failure));
+    EXPECT_EQ(ulo::kResultInvalidArgument, failure.code);
+    EXPECT_THAT(failure.message, HasSubstr("text 'status' of scope 'download' in 'en-US': its "
+                                           "texts ask for the parameter 'folders', which the "
+                                           "request does not give"));
+}
+
 // Requests from 16 threads on one object, each with its own numbers, never see another's.
 TEST(LocalizationTest, ThreadsShareOneTextsObjectWithTheirOwnParameters) {
     const host::Localization localization(LM_MODULE_PATH, kRoot);

@@ -35,6 +35,7 @@ extern const Command kExportCommand;
 extern const Command kImportCommand;
 extern const Command kInitCommand;
 extern const Command kMergeCommand;
+extern const Command kKeysCommand;
 
 // Every command, in the order the overview lists them.
 const std::vector<const Command*>& AllCommands();

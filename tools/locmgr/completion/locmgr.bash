@@ -2,7 +2,7 @@
 # have a fixed set, and directories or files where an option or operand names one.
 # The option lists follow each command's --help; tests/tools compares the two.
 
-_locmgr_commands="get stream culture batch parse check coverage explain pseudo export import init merge help"
+_locmgr_commands="get stream culture batch parse check coverage explain pseudo export import init merge keys help"
 
 # The options of command $1.
 _locmgr_options() {
@@ -19,6 +19,7 @@ _locmgr_options() {
         export) echo "--root --alt --culture --reference --scope --out --format --help" ;;
         import) echo "--root --alt --culture --reference --in --help" ;;
         init) echo "--root --alt --culture --reference --help" ;;
+        keys) echo "--root --alt --scope --reference --namespace --header --help" ;;
         merge) echo "--root --alt --culture --reference --scope --prune --reviewed --help" ;;
     esac
 }
@@ -50,7 +51,7 @@ _locmgr() {
             COMPREPLY=($(compgen -d -- "$current"))
             return
             ;;
-        --module | --baseline | --write-baseline | --in)
+        --module | --baseline | --write-baseline | --in | --header)
             COMPREPLY=($(compgen -f -- "$current"))
             return
             ;;

@@ -11,4 +11,5 @@
 #include "localization_manager/host/ReferenceCount.h"
 #include "localization_manager/host/ServiceLocator.h"
 #include "localization_manager/host/StringConversion.h"
+#include "localization_manager/host/TextKey.h"
 #include "localization_manager/host/Tracer.h"

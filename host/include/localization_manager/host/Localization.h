@@ -18,6 +18,7 @@
 
 #include "localization_manager/ILocalizer.h"
 #include "localization_manager/host/InterfacePtr.h"
+#include "localization_manager/host/TextKey.h"
 #include "localization_manager/host/Tracer.h"
 #include "ulo/IIO.h"
 #include "ulo/String.h"
@@ -95,6 +96,13 @@ class ScopeTexts {
     std::string Get(std::string_view key, const std::vector<Parameter>& parameters,
                     Failure& failure) const;
 
+    // The text of a key constant that "locmgr keys" wrote: a request that does not give every
+    // parameter the key's texts ask for in any culture fails before the module is asked
+    // (0x80000046, "Invalid argument"), whichever culture this is.
+    std::string Get(const TextKey& key, std::initializer_list<Parameter> parameters = {}) const;
+    std::string Get(const TextKey& key, std::initializer_list<Parameter> parameters,
+                    Failure& failure) const;
+
     // The same in the framework's UTF-16 string, as the module gives it (no conversion).
     ulo::string16_t GetUtf16(std::string_view key,
                              std::initializer_list<Parameter> parameters = {}) const;
@@ -116,8 +124,9 @@ class ScopeTexts {
     ScopeTexts(std::shared_ptr<const Session> session, InterfacePtr<ILocalizer> localizer,
                std::string description, Failure failure);
 
-    ulo::string16_t Fetch(std::string_view key, const Parameter* parameters, std::size_t count,
-                          Failure& failure) const;
+    // `typed` is the key's constant, or null.
+    ulo::string16_t Fetch(std::string_view key, const TextKey* typed, const Parameter* parameters,
+                          std::size_t count, Failure& failure) const;
 
     // Declared first, destroyed last: the module stays loaded while the localizer lives.
     std::shared_ptr<const Session> session_;
