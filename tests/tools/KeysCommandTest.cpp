@@ -1,5 +1,6 @@
-// "locmgr keys": the header compiles for the keys a scope has and not for a misspelt one,
-// names every parameter any culture's text asks for, and gives every key a constant.
+// "locmgr keys" and "unused": the header compiles for the keys a scope has and not for a
+// misspelt one, names every parameter any culture's text asks for and gives every key a
+// constant; unused finds the keys sources leave out and the ones they ask for in vain.
 
 #include "File/TempTree.h"
 #include "ToolTestSupport.h"
@@ -89,6 +90,53 @@ TEST(KeysCommandTest, ParametersOfEveryCultureAndKeysCppReserves) {
     result = Locmgr({"keys", "--root", root, "--scope", "common", "--namespace", "a::1b"});
     EXPECT_EQ(1, result.exitStatus);
     EXPECT_THAT(result.err, HasSubstr("'a::1b' is not a C++ namespace name"));
+}
+
+}  // namespace
+}  // namespace locmgr::testing
+
+namespace locmgr::testing {
+namespace {
+
+TEST(UnusedCommandTest, KeysNoSourceUsesAndKeysSourcesAskForInVain) {
+    TempTree tree;
+    tree.File("loc/neutral/Locs/common.lt", "ok = 'OK'\nunusedCommon = 'x'\n")
+        .File("loc/neutral/Locs/dialogs/save.lt",
+              "title = 'Save'\nsize = 'Size'\nnever = 'Never'\ndelete = 'Delete'\n")
+        .File("src/app.cpp",
+              "// texts.Get(\"never\") is a comment\n"
+              "auto a = texts.Get(app::keys::dialogs::save::title);\n"
+              "auto b = texts.Get(\"SIZE\");\n"
+              "auto c = texts.Get(\"titel\");\n"
+              "auto d = save::kdelete;\n")
+        .File("src/ui/labels.h", "const char* kOk = \"ok\";\n")
+        .File("src/notes.txt", "never unusedCommon\n");
+    const std::string root = std::filesystem::path(tree.Path("loc")).string();
+    const std::string sources = std::filesystem::path(tree.Path("src")).string();
+    // A header "locmgr keys" wrote names every key, and is no use of them.
+    ASSERT_EQ(0, Locmgr({"keys", "--root", root, "--scope", "dialogs/save", "--header",
+                         sources + "/save_keys.h"})
+                     .exitStatus);
+
+    ProcessResult result = Locmgr({"unused", "--root", root, "--source", sources});
+    EXPECT_EQ(1, result.exitStatus) << result.err;
+    EXPECT_EQ(root + "/neutral/Locs/common.lt:2: key 'unusedCommon' is used by no source file\n" +
+                  root +
+                  "/neutral/Locs/dialogs/save.lt:3: key 'never' is used by no source file\n" +
+                  sources + "/app.cpp:4: 'titel' is asked for, and the reference has no such key " +
+                  "(did you mean 'title'?)\n" +
+                  "2 unused keys, 1 unknown keys asked for, in 2 source files\n",
+              result.out);
+
+    tree.File("src/more.cpp",
+              "Get(\"never\"); Get(\"unusedCommon\"); Get(\"title\"); "
+              "Get(\"size\"); Get(\"delete\");")
+        .File("src/app.cpp", "");
+    result = Locmgr({"unused", "--root", root, "--source", sources});
+    EXPECT_EQ(0, result.exitStatus) << result.out;
+    result = Locmgr({"unused", "--root", root, "--source", sources + "/none"});
+    EXPECT_EQ(2, result.exitStatus);
+    EXPECT_THAT(result.err, HasSubstr("no source file or folder"));
 }
 
 }  // namespace

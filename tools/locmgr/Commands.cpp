@@ -7,7 +7,7 @@ const std::vector<const Command*>& AllCommands() {
     static const std::vector<const Command*> kCommands{
         &kGetCommand,    &kStreamCommand,   &kCultureCommand, &kBatchCommand,  &kParseCommand,
         &kCheckCommand,  &kCoverageCommand, &kExplainCommand, &kPseudoCommand, &kExportCommand,
-        &kImportCommand, &kInitCommand,     &kMergeCommand,   &kKeysCommand};
+        &kImportCommand, &kInitCommand,     &kMergeCommand,   &kKeysCommand,   &kUnusedCommand};
     return kCommands;
 }
 

@@ -36,6 +36,7 @@ extern const Command kImportCommand;
 extern const Command kInitCommand;
 extern const Command kMergeCommand;
 extern const Command kKeysCommand;
+extern const Command kUnusedCommand;
 
 // Every command, in the order the overview lists them.
 const std::vector<const Command*>& AllCommands();

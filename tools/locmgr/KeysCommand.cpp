@@ -29,7 +29,8 @@ int Run(const Options& options) {
     headerOptions.nameSpace = options.Value(kNamespaceOption.name);
     std::vector<std::string> cultures;
     headerOptions.reference = ReferenceOption(options, cultures);
-    headerOptions.source = std::filesystem::path(options.Value(kRootOption.name)).filename().string();
+    headerOptions.source =
+        std::filesystem::path(options.Value(kRootOption.name)).filename().string();
 
     std::string header;
     std::size_t count = 0;

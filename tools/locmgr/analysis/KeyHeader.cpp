@@ -21,23 +21,38 @@ namespace {
 constexpr char kCommonScope[] = "common";
 
 // Words a key may be spelt as that C++ reserves.
-const std::set<std::string> kReserved{
-    "alignas",   "alignof",     "and",          "and_eq",     "asm",          "auto",
-    "bitand",    "bitor",       "bool",         "break",      "case",         "catch",
-    "char",      "char8_t",     "char16_t",     "char32_t",   "class",        "compl",
-    "concept",   "const",       "consteval",    "constexpr",  "constinit",    "const_cast",
-    "continue",  "co_await",    "co_return",    "co_yield",   "decltype",     "default",
-    "delete",    "do",          "double",       "dynamic_cast", "else",       "enum",
-    "explicit",  "export",      "extern",       "false",      "float",        "for",
-    "friend",    "goto",        "if",           "inline",     "int",          "long",
-    "mutable",   "namespace",   "new",          "noexcept",   "not",          "not_eq",
-    "nullptr",   "operator",    "or",           "or_eq",      "private",      "protected",
-    "public",    "register",    "reinterpret_cast", "requires", "return",     "short",
-    "signed",    "sizeof",      "static",       "static_assert", "static_cast", "struct",
-    "switch",    "template",    "this",         "thread_local", "throw",      "true",
-    "try",       "typedef",     "typeid",       "typename",   "union",        "unsigned",
-    "using",     "virtual",     "void",         "volatile",   "wchar_t",      "while",
-    "xor",       "xor_eq",      "kAll",         "parameters"};
+const std::set<std::string> kReserved{"alignas",       "alignof",     "and",
+                                      "and_eq",        "asm",         "auto",
+                                      "bitand",        "bitor",       "bool",
+                                      "break",         "case",        "catch",
+                                      "char",          "char8_t",     "char16_t",
+                                      "char32_t",      "class",       "compl",
+                                      "concept",       "const",       "consteval",
+                                      "constexpr",     "constinit",   "const_cast",
+                                      "continue",      "co_await",    "co_return",
+                                      "co_yield",      "decltype",    "default",
+                                      "delete",        "do",          "double",
+                                      "dynamic_cast",  "else",        "enum",
+                                      "explicit",      "export",      "extern",
+                                      "false",         "float",       "for",
+                                      "friend",        "goto",        "if",
+                                      "inline",        "int",         "long",
+                                      "mutable",       "namespace",   "new",
+                                      "noexcept",      "not",         "not_eq",
+                                      "nullptr",       "operator",    "or",
+                                      "or_eq",         "private",     "protected",
+                                      "public",        "register",    "reinterpret_cast",
+                                      "requires",      "return",      "short",
+                                      "signed",        "sizeof",      "static",
+                                      "static_assert", "static_cast", "struct",
+                                      "switch",        "template",    "this",
+                                      "thread_local",  "throw",       "true",
+                                      "try",           "typedef",     "typeid",
+                                      "typename",      "union",       "unsigned",
+                                      "using",         "virtual",     "void",
+                                      "volatile",      "wchar_t",     "while",
+                                      "xor",           "xor_eq",      "kAll",
+                                      "parameters"};
 
 std::string Narrow(const std::u16string& text) {
     return ulo::WideToNarrowMessage(text);
@@ -126,14 +141,16 @@ class Collector {
         : model_(model), options_(options) {}
 
     std::vector<KeyConstant> Run() {
-        const std::u16string referencePath = model_.ReferenceFile(options_.reference, options_.scope);
+        const std::u16string referencePath =
+            model_.ReferenceFile(options_.reference, options_.scope);
         if (referencePath.empty()) {
             throw KeyHeaderError("the reference has no texts of scope '" + options_.scope + "'");
         }
         const LocFile& reference = Loadable(referencePath, true);
         std::vector<const LocFile*> files{&reference};
         if (options_.scope != kCommonScope) {
-            const std::u16string commonPath = model_.ReferenceFile(options_.reference, kCommonScope);
+            const std::u16string commonPath =
+                model_.ReferenceFile(options_.reference, kCommonScope);
             if (!commonPath.empty()) {
                 files.push_back(&Loadable(commonPath, true));
             }
@@ -144,7 +161,9 @@ class Collector {
             for (const LocFile::IndexedEntry& entry : file->Entries()) {
                 if (byKey.emplace(entry.lowerKey, keys.size()).second) {
                     keys.push_back(
-                        {Narrow(entry.key), IdentifierOf(entry.key), {},
+                        {Narrow(entry.key),
+                         IdentifierOf(entry.key),
+                         {},
                          CommentText(FormatValue(file->Dictionary()->at(entry.lowerKey)))});
                 }
             }
@@ -198,8 +217,8 @@ class Collector {
             const LocFile* scope = scopePath.empty() ? nullptr : &Loadable(scopePath, false);
             const LocFile* common = commonPath.empty() ? nullptr : &Loadable(commonPath, false);
             const bool commonLoads = common != nullptr && common->Loadable();
-            const CommonCompilation compilation(
-                commonLoads ? FileUse{common, kCommonScope, {}} : FileUse{});
+            const CommonCompilation compilation(commonLoads ? FileUse{common, kCommonScope, {}}
+                                                            : FileUse{});
             if (scope != nullptr && scope->Loadable()) {
                 add(ExpandedParameters(*scope, compilation));
             }
@@ -228,6 +247,20 @@ class Collector {
 
 }  // namespace
 
+std::string ScopeNamespace(const std::string& scope) {
+    std::string scopeNamespace;
+    std::istringstream parts(scope);
+    for (std::string part; std::getline(parts, part, '/');) {
+        scopeNamespace += (scopeNamespace.empty() ? "" : "::") +
+                          (part.empty() ? std::string("k") : IdentifierOf(ulo::Utf8ToWide(part)));
+    }
+    return scopeNamespace;
+}
+
+std::string KeyIdentifier(const std::u16string& key) {
+    return IdentifierOf(key);
+}
+
 std::vector<KeyConstant> KeyConstants(const TreeModel& model, const KeyHeaderOptions& options) {
     return Collector(model, options).Run();
 }
@@ -236,15 +269,9 @@ std::string KeyHeader(const std::vector<KeyConstant>& keys, const KeyHeaderOptio
     if (!IsNamespaceName(options.nameSpace)) {
         throw KeyHeaderError("'" + options.nameSpace + "' is not a C++ namespace name");
     }
-    // "dialogs/save" is the namespace dialogs::save.
-    std::string scopeNamespace;
-    std::istringstream parts(options.scope);
-    for (std::string part; std::getline(parts, part, '/');) {
-        scopeNamespace += (scopeNamespace.empty() ? "" : "::") +
-                          (part.empty() ? std::string("k") : IdentifierOf(ulo::Utf8ToWide(part)));
-    }
+    const std::string scopeNamespace = ScopeNamespace(options.scope);
     std::ostringstream out;
-    out << "// The keys of scope \"" << options.scope << "\"" 
+    out << "// The keys of scope \"" << options.scope << "\""
         << (options.source.empty() ? "" : " of " + options.source)
         << ", with the parameters their texts ask for\n"
            "// in any culture. Written by \"locmgr keys\": write it again when the texts change.\n"

@@ -22,10 +22,10 @@ struct KeyHeaderOptions {
 };
 
 struct KeyConstant {
-    std::string key;         // as the reference writes it
-    std::string identifier;  // a C++ identifier for it
+    std::string key;                      // as the reference writes it
+    std::string identifier;               // a C++ identifier for it
     std::vector<std::string> parameters;  // sorted
-    std::string text;        // the reference's text, as the file writes it
+    std::string text;                     // the reference's text, as the file writes it
 };
 
 // A scope that cannot be written: unknown, or a reference file that does not load, or keys
@@ -34,6 +34,11 @@ class KeyHeaderError : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;
 };
+
+// The C++ names the header gives: "dialogs/save-as" is the namespace dialogs::save_u002Das,
+// the key "delete" the constant kdelete.
+std::string ScopeNamespace(const std::string& scope);
+std::string KeyIdentifier(const std::u16string& key);
 
 std::vector<KeyConstant> KeyConstants(const TreeModel& model, const KeyHeaderOptions& options);
 

@@ -2,7 +2,7 @@
 # have a fixed set, and directories or files where an option or operand names one.
 # The option lists follow each command's --help; tests/tools compares the two.
 
-_locmgr_commands="get stream culture batch parse check coverage explain pseudo export import init merge keys help"
+_locmgr_commands="get stream culture batch parse check coverage explain pseudo export import init merge keys unused help"
 
 # The options of command $1.
 _locmgr_options() {
@@ -20,6 +20,7 @@ _locmgr_options() {
         import) echo "--root --alt --culture --reference --in --help" ;;
         init) echo "--root --alt --culture --reference --help" ;;
         keys) echo "--root --alt --scope --reference --namespace --header --help" ;;
+        unused) echo "--root --alt --reference --source --help" ;;
         merge) echo "--root --alt --culture --reference --scope --prune --reviewed --help" ;;
     esac
 }
@@ -47,7 +48,7 @@ _locmgr() {
     fi
 
     case $previous in
-        --root | --alt | --out)
+        --root | --alt | --out | --source)
             COMPREPLY=($(compgen -d -- "$current"))
             return
             ;;
