@@ -12,8 +12,9 @@ namespace locmgr {
 namespace {
 
 const OptionDefinition kSourceOption =
-    Valued("--source", "PATH", "a source file, or a folder searched for C and C++ files "
-                               "(repeatable)")
+    Valued("--source", "PATH",
+           "a source file, or a folder searched for C and C++ files "
+           "(repeatable)")
         .Required()
         .Repeatable();
 

@@ -38,8 +38,7 @@ TEST(SourceScanTest, LiteralsAndNamesOutsideComments) {
         {"Get('\"'); Get(1'000); Get(\"k\");", "k@1! "},
         {"Get(keys::download::title, {{\"count\", 3}});\n::app::keys::x::y;",
          "count@1 keys::download::title@1 app::keys::x::y@2 "},
-        {"std::string s = \"unterminated\nGet(\"next\");",
-         "unterminated@1 next@2! std::string@1 "},
+        {"std::string s = \"unterminated\nGet(\"next\");", "unterminated@1 next@2! std::string@1 "},
         {"u8R\"(never closed", "never closed@1 "},
         {"R\"", ""},
     };

@@ -7,7 +7,6 @@
 #include "StringLocalizing/Model/ResourceDictionary.h"
 #include "StringLocalizing/Parsing/ParseLocFile.h"
 #include "ValueBuilder.h"
-#include "ulo/rtl/FileSystem.h"
 #include "ulo/rtl/TextConversion.h"
 
 #include <algorithm>
@@ -200,9 +199,8 @@ class ScopeImport {
     void Write(const std::map<std::u16string, Model::Value>& changes, ImportedScope& scope) {
         const auto& culture = model_.Cultures().at(current_.language);
         const std::u16string path = model_.OwnFile(current_.scope, culture);
-        const std::u16string serving = model_.ServingFile(current_.scope, culture);
-        const std::u16string source =
-            ulo::filesystem::Exists(path) || serving.empty() ? path : serving;
+        const std::u16string base = model_.BaseFile(current_.scope, culture);
+        const std::u16string source = base.empty() ? path : base;
         try {
             LtFileText file = ReadLtFile(source);
             Model::ResourceDictionary dictionary;

@@ -5,7 +5,7 @@
 #include "LtWriter.h"
 #include "StringLocalizing/Model/KeyCase.h"
 #include "StringLocalizing/Parsing/ParseLocFile.h"
-#include "ulo/rtl/FileSystem.h"
+#include "TranslationCheck.h"
 #include "ulo/rtl/TextConversion.h"
 
 #include <algorithm>
@@ -123,10 +123,9 @@ class Merger {
                              " cannot be loaded; \"locmgr check\" says why";
             return merged;
         }
-        std::u16string source = own;
-        if (!ulo::filesystem::Exists(own)) {
-            const std::u16string serving = model_.ServingFile(scope, culture_);
-            source = serving.empty() ? referencePath : serving;
+        std::u16string source = model_.BaseFile(scope, culture_);
+        if (source != own) {
+            source = source.empty() ? referencePath : source;
             merged.copiedFrom = Narrow(source);
         }
         // Read afresh, not from the cache: an earlier scope of this merge may have written it.
@@ -207,14 +206,9 @@ class Merger {
 
     const std::set<std::u16string>& ReferenceKeys() {
         if (!referenceKeys_) {
-            referenceKeys_.emplace();
-            for (const std::string& scope : model_.Inventory().scopes) {
-                if (const LocFile* file = Loadable(ReferenceFile(scope))) {
-                    for (const auto& entry : *file->Dictionary()) {
-                        referenceKeys_->insert(entry.first);
-                    }
-                }
-            }
+            referenceKeys_ =
+                EveryReferenceKey(model_, options_.reference,
+                                  [this](const std::u16string& path) { return Loadable(path); });
         }
         return *referenceKeys_;
     }

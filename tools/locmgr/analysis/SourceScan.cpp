@@ -60,7 +60,9 @@ class Scanner {
     }
 
   private:
-    bool StartsWith(const char* prefix) const { return text_.compare(at_, std::char_traits<char>::length(prefix), prefix) == 0; }
+    bool StartsWith(const char* prefix) const {
+        return text_.compare(at_, std::char_traits<char>::length(prefix), prefix) == 0;
+    }
 
     void SkipTo(const std::string& end, bool pastEnd) {
         const std::size_t found = text_.find(end, at_);
@@ -96,7 +98,8 @@ class Scanner {
         }
         // A prefix of a literal: u8"...", u"...", U"...", L"...", R"(...)", u8R"(...)".
         if (at_ < text_.size() && text_[at_] == '"' && !qualified) {
-            static const char* const kPrefixes[] = {"u8", "u", "U", "L", "R", "u8R", "uR", "UR", "LR"};
+            static const char* const kPrefixes[] = {"u8",  "u",  "U",  "L", "R",
+                                                    "u8R", "uR", "UR", "LR"};
             for (const char* prefix : kPrefixes) {
                 if (name == prefix) {
                     if (name.back() == 'R') {

@@ -198,18 +198,11 @@ class Comparison {
         return translated;
     }
 
-    // Every key of every file the reference reads. A culture's common texts may answer a key
-    // of any scope, so only a key the reference has nowhere is obsolete there.
     const std::set<std::u16string>& ReferenceKeys() {
         if (!referenceKeys_) {
-            referenceKeys_.emplace();
-            for (const std::string& scope : model_.Inventory().scopes) {
-                if (const LocFile* file = Loadable(ReferenceFile(scope))) {
-                    for (const auto& entry : *file->Dictionary()) {
-                        referenceKeys_->insert(entry.first);
-                    }
-                }
-            }
+            referenceKeys_ =
+                EveryReferenceKey(model_, inputs_.reference,
+                                  [this](const std::u16string& path) { return Loadable(path); });
         }
         return *referenceKeys_;
     }
@@ -275,6 +268,21 @@ class Comparison {
 };
 
 }  // namespace
+
+std::set<std::u16string> EveryReferenceKey(
+    const TreeModel& model, const std::string& reference,
+    const std::function<const LocFile*(const std::u16string& path)>& loadable) {
+    std::set<std::u16string> keys;
+    for (const std::string& scope : model.Inventory().scopes) {
+        const std::u16string path = model.ReferenceFile(reference, scope);
+        if (const LocFile* file = path.empty() ? nullptr : loadable(path)) {
+            for (const auto& entry : *file->Dictionary()) {
+                keys.insert(entry.first);
+            }
+        }
+    }
+    return keys;
+}
 
 TranslationCheckResult CheckTranslations(const TranslationCheckInputs& inputs) {
     return Comparison(inputs).Run();

@@ -14,6 +14,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -53,6 +54,13 @@ struct TranslationCheckInputs {
                                        const std::u16string& commonPath)>
         parameters;
 };
+
+// Every key of every file the reference reads, for telling obsolete keys of a culture's
+// common texts: those may answer a key of any scope, so only a key the reference has nowhere
+// is obsolete there. `loadable` gives a file the runtime can load, or null.
+std::set<std::u16string> EveryReferenceKey(
+    const TreeModel& model, const std::string& reference,
+    const std::function<const LocFile*(const std::u16string& path)>& loadable);
 
 // Throws std::invalid_argument for a reference that is neither "neutral" nor a culture of
 // the model. Files that cannot be loaded are left out: their own findings say why.

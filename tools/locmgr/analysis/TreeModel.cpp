@@ -121,6 +121,12 @@ std::u16string TreeModel::OwnFile(const std::string& scope,
     return inRoot;
 }
 
+std::u16string TreeModel::BaseFile(const std::string& scope,
+                                   const localization_manager::Culture& culture) const {
+    const std::u16string own = OwnFile(scope, culture);
+    return ulo::filesystem::Exists(own) ? own : ServingFile(scope, culture);
+}
+
 std::u16string TreeModel::FolderOf(const std::string& cultureName) const {
     const CultureFolder* found = nullptr;
     for (const CultureFolder& folder : inventory_.folders) {

@@ -67,6 +67,10 @@ class TreeModel {
     // would be in the root. Files written for a culture go there.
     std::u16string OwnFile(const std::string& scope,
                            const localization_manager::Culture& culture) const;
+    // The file a culture's own file of `scope` starts from: OwnFile when it exists, else the
+    // file the culture reads today (so that writing it changes nothing it serves), or empty.
+    std::u16string BaseFile(const std::string& scope,
+                            const localization_manager::Culture& culture) const;
 
     // The folder where a culture's own files belong (for findings about the culture as a
     // whole): its folder in the root, else in the alternative directory, else where it would be

@@ -94,8 +94,9 @@ KeyUseResult FindKeyUses(const TreeModel& model, const std::string& reference,
         scopes.push_back(scope);
         for (const LocFile::IndexedEntry& entry : file.Entries()) {
             const std::string lower = ulo::WideToNarrowMessage(entry.lowerKey);
-            keys[{scope, lower}] = {ulo::WideToNarrowMessage(entry.key), ulo::WideToNarrowMessage(path),
-                                    static_cast<std::size_t>(EntryPosition(file, entry.lowerKey).line)};
+            keys[{scope, lower}] = {
+                ulo::WideToNarrowMessage(entry.key), ulo::WideToNarrowMessage(path),
+                static_cast<std::size_t>(EntryPosition(file, entry.lowerKey).line)};
             byLowerKey[lower].emplace_back(scope, lower);
         }
     }
@@ -105,8 +106,8 @@ KeyUseResult FindKeyUses(const TreeModel& model, const std::string& reference,
             if (scopeAndKey.first == scope || scopeAndKey.first == kCommonScope) {
                 // Sources may leave out outer namespaces: "dialogs::save::title" is also
                 // "save::title" after a using-directive.
-                const std::string constant = ScopeNamespace(scope) + "::" +
-                                             KeyIdentifier(ulo::Utf8ToWide(key.written));
+                const std::string constant =
+                    ScopeNamespace(scope) + "::" + KeyIdentifier(ulo::Utf8ToWide(key.written));
                 for (std::size_t from = 0;;) {
                     byConstant.emplace(constant.substr(from), scopeAndKey);
                     from = constant.find("::", from);
@@ -127,7 +128,8 @@ KeyUseResult FindKeyUses(const TreeModel& model, const std::string& reference,
     KeyUseResult result;
     for (const fs::path& path : SourceFiles(sources)) {
         std::ifstream in(path, std::ios::binary);
-        const std::string text{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+        const std::string text{std::istreambuf_iterator<char>(in),
+                               std::istreambuf_iterator<char>()};
         if (text.find(kGeneratedMark) != std::string::npos) {
             continue;
         }
