@@ -8,10 +8,13 @@
 // scope of three entries.
 //
 // - W1_Lookup: ILocalizer::GetString into a framework string. With two threads each has its
-//   own localizer; both come from one manager and serve the same scope.
+//   own localizer; both come from one manager and serve the same scope. W1_LookupUtf8: the
+//   same, the text then converted into a std::string by the host library, as a host that
+//   works in UTF-8 does.
 // - W2_PluralParameter: GetString of
 //   files_loaded = 'Загружено ' + $n + ' ' + {$n: 'файл', 'файла', 'файлов'}
-//   with a resolver that answers the decimal text of n.
+//   with a resolver that answers the decimal text of n; W2_PluralParameterUtf8 with the text
+//   converted to UTF-8.
 // - W3_FirstString: a new manager, a new localizer, its first GetString.
 
 #include "ComparisonSupport.h"
@@ -147,6 +150,19 @@ void PrepareLookup(const benchmark::State&) {
     Fixture();
 }
 
+// Hands the text to the host: as it is, or converted into a UTF-8 string the host keeps.
+struct Utf16Copy {
+    void operator()(const ulo::string16_t& text) { benchmark::DoNotOptimize(text.c_str()); }
+};
+struct Utf8Copy {
+    void operator()(const ulo::string16_t& text) {
+        host::ToUtf8(text, utf8);
+        benchmark::DoNotOptimize(utf8.data());
+    }
+    std::string utf8;
+};
+
+template <typename Copy>
 void Lookup(benchmark::State& state) {
     const LookupFixture& fixture = Fixture();
     ILocalizer& localizer = *fixture.localizers[state.thread_index()];
@@ -156,10 +172,11 @@ void Lookup(benchmark::State& state) {
     std::size_t next = order.size() / static_cast<std::size_t>(state.threads()) *
                        static_cast<std::size_t>(state.thread_index());
     ulo::string16_t result;
+    Copy copy;
     std::int64_t failures = 0;
     for (auto _ : state) {
         failures += ulo::Failed(localizer.GetString(keys[order[next]], result));
-        benchmark::DoNotOptimize(result.c_str());
+        copy(result);
         if (++next == order.size()) {
             next = 0;
         }
@@ -169,6 +186,7 @@ void Lookup(benchmark::State& state) {
     }
 }
 
+template <typename Copy>
 void PluralParameter(benchmark::State& state) {
     static const auto manager = Session().NewManager();
     static NumberResolver resolver;
@@ -185,11 +203,12 @@ void PluralParameter(benchmark::State& state) {
         }
     }
     std::uint64_t n = 0;
+    Copy copy;
     std::int64_t failures = 0;
     for (auto _ : state) {
         resolver.value = n;
         failures += ulo::Failed(localizer->GetString(key, result));
-        benchmark::DoNotOptimize(result.c_str());
+        copy(result);
         if (++n == bench::kPluralCycle) {
             n = 0;
         }
@@ -201,13 +220,21 @@ void PluralParameter(benchmark::State& state) {
 
 void RegisterBenchmarks(const bench::Options& given) {
     options = given;
-    bench::WithMinMax(benchmark::RegisterBenchmark("W1_Lookup", Lookup))
+    bench::WithMinMax(benchmark::RegisterBenchmark("W1_Lookup", Lookup<Utf16Copy>))
         ->Setup(PrepareLookup)
         ->Iterations(options.calls)
         ->UseRealTime()
         ->Threads(1)
         ->Threads(2);
-    bench::WithMinMax(benchmark::RegisterBenchmark("W2_PluralParameter", PluralParameter))
+    bench::WithMinMax(benchmark::RegisterBenchmark("W1_LookupUtf8", Lookup<Utf8Copy>))
+        ->Setup(PrepareLookup)
+        ->Iterations(options.calls)
+        ->UseRealTime();
+    bench::WithMinMax(
+        benchmark::RegisterBenchmark("W2_PluralParameter", PluralParameter<Utf16Copy>))
+        ->Iterations(options.calls);
+    bench::WithMinMax(
+        benchmark::RegisterBenchmark("W2_PluralParameterUtf8", PluralParameter<Utf8Copy>))
         ->Iterations(options.calls);
 }
 
