@@ -1,13 +1,20 @@
 #!/usr/bin/env python3
 """Turns a generated catalog into the input of one of the compared libraries.
 
-The comparison benchmarks give our module, GNU gettext and ICU the same texts under the same
-keys. This script reads a catalog written by generate_catalog.py (`key_00000 = 'Text.'`, one
+The comparison benchmarks give our module, GNU gettext, ICU, Boost.Locale and Fluent the same
+texts under the same keys. This script reads a catalog written by generate_catalog.py (`key_00000 = 'Text.'`, one
 entry a line), keeps its first --count entries and writes them as:
 
   lt   our localization file, unchanged lines;
   po   a gettext catalog for Russian (msgid = key, msgstr = text), which msgfmt compiles;
-  icu  an ICU resource bundle source `ru:table(nofallback)`, which genrb compiles.
+  icu  an ICU resource bundle source `ru:table(nofallback)`, which genrb compiles;
+  ftl  a Fluent resource, one message a key (Boost.Locale reads the .mo files of po).
+
+A Fluent message id is [A-Za-z][A-Za-z0-9_-]*, narrower than a key, so each key becomes the id
+fluent_id() makes: letters, digits and "_" stay, every other character (the "-" too) becomes
+"-<hex code point>-", and a key that does not start with a letter is prefixed "x--", which no
+other key's id starts with. Ids of different keys always differ, and key_00042 stays key_00042.
+The benchmark's script bench/fluent/bench_fluent.mjs maps keys the same way.
 
 --plural adds the entry of the plural benchmark, written the way each library expresses
 "Загружено <n> файл/файла/файлов":
@@ -15,8 +22,9 @@ entry a line), keeps its first --count entries and writes them as:
   lt   files_loaded = 'Загружено ' + $n + ' ' + {$n: 'файл', 'файла', 'файлов'}
   po   msgid "Loaded %d file" / msgid_plural "Loaded %d files", three Russian forms
   icu  files_loaded, a MessageFormat pattern {n, plural, one{..} few{..} many{..} other{..}}
+  ftl  files_loaded, a select expression { NUMBER($n) -> [one] .. [few] .. [many] .. *[other] .. }
 
-Usage: convert_catalog.py --to {lt,po,icu} [--count N] [--plural] CATALOG --out FILE
+Usage: convert_catalog.py --to {lt,po,icu,ftl} [--count N] [--plural] CATALOG --out FILE
 """
 
 import argparse
@@ -49,6 +57,19 @@ ICU_PLURAL = (
     "many{Загружено # файлов} other{Загружено # файла}}"
 )
 
+# Russian's CLDR categories, as Fluent takes them from Intl.PluralRules; "other" again serves
+# fractions only.
+FTL_PLURAL = """files_loaded =
+    { NUMBER($n) ->
+        [one] Загружено { $n } файл
+        [few] Загружено { $n } файла
+        [many] Загружено { $n } файлов
+       *[other] Загружено { $n } файла
+    }
+"""
+
+FLUENT_ID_CHARACTER = re.compile(r"[A-Za-z0-9_]")
+
 
 def read_entries(path, count):
     entries = []
@@ -73,6 +94,27 @@ def c_string(text):
 
 def lt_string(text):
     return "'" + text.replace("\\", "\\\\").replace("'", "\\'") + "'"
+
+
+def fluent_id(key):
+    """The Fluent message id of `key`: see the module's description."""
+    escaped = "".join(c if FLUENT_ID_CHARACTER.fullmatch(c) else f"-{ord(c):x}-" for c in key)
+    return escaped if re.match(r"[A-Za-z]", key) else "x--" + escaped
+
+
+def ftl_pattern(text):
+    """The text as a Fluent pattern that formats to exactly that text.
+
+    Plain text is the pattern itself but for braces; text that Fluent would change (leading or
+    trailing blanks, which it trims, line ends, control characters) or an empty one becomes a
+    single string literal placeable, whose escapes can say any character.
+    """
+    if text and text == text.strip(" ") and all(c >= " " for c in text):
+        return re.sub(r"[{}]", lambda brace: '{"' + brace.group() + '"}', text)
+    literal = "".join(
+        "\\\\" if c == "\\" else '\\"' if c == '"' else f"\\u{ord(c):04X}" if c < " " else c
+        for c in text)
+    return '{ "' + literal + '" }'
 
 
 def write_lt(entries, plural, out):
@@ -108,7 +150,19 @@ def write_icu(entries, plural, out):
     out.write("}\n")
 
 
-WRITERS = {"lt": write_lt, "po": write_po, "icu": write_icu}
+def write_ftl(entries, plural, out):
+    seen = set()
+    for key, text in entries:
+        identifier = fluent_id(key)
+        if identifier in seen:
+            raise SystemExit(f"{key}: a second entry with this key")
+        seen.add(identifier)
+        out.write(f"{identifier} = {ftl_pattern(text)}\n")
+    if plural:
+        out.write(FTL_PLURAL)
+
+
+WRITERS = {"lt": write_lt, "po": write_po, "icu": write_icu, "ftl": write_ftl}
 
 
 def main(argv):
