@@ -6,12 +6,14 @@
 #   bench/run.sh [--smoke] [benchmark flags or catalog files...]
 #   bench/run.sh --compare [benchmark flags...]
 #
-# --smoke runs each benchmark for the shortest time, the comparison programs bench_gettext and
-# bench_icu included, to prove in CI that they build and run; its numbers mean nothing.
-# --compare runs bench/compare.sh instead: our module next to GNU gettext and ICU, in one
-# table. Further arguments go to every program, for example --benchmark_filter=10k,
-# --benchmark_format=json or --catalog=FILE. Installs nothing: needs cmake, a C++17 compiler,
-# python3, the Boost headers, Google Benchmark, gettext and ICU (scripts/install-deps.sh).
+# --smoke runs each benchmark for the shortest time, the comparison programs bench_gettext,
+# bench_icu and bench_boost_locale included, to prove in CI that they build and run; its numbers
+# mean nothing. Fluent's side, on Node.js, is left to compare.sh.
+# --compare runs bench/compare.sh instead: our module next to GNU gettext, ICU, Boost.Locale and
+# Fluent, in one table. Further arguments go to every program, for example
+# --benchmark_filter=10k, --benchmark_format=json or --catalog=FILE. Installs nothing: needs
+# cmake, a C++17 compiler, python3, the Boost headers and Boost.Locale, Google Benchmark,
+# gettext and ICU (scripts/install-deps.sh).
 # LM_BENCH_BUILD_DIR names another build folder.
 set -euo pipefail
 
@@ -36,7 +38,7 @@ done
 
 comparison=(bench_module)
 if [[ "$smoke" == true ]]; then
-  comparison+=(bench_gettext bench_icu)
+  comparison+=(bench_gettext bench_icu bench_boost_locale)
 fi
 
 bash "$here/build.sh" bench_parse bench_file_content bench_pipeline "${comparison[@]}"

@@ -6,8 +6,9 @@ set -euo pipefail
 packages=(
   g++ make cmake ninja-build python3
   libboost-dev libboost-program-options-dev libgtest-dev libgmock-dev libbenchmark-dev nlohmann-json3-dev
-  # the benchmarks' comparison with GNU gettext (msgfmt) and ICU (headers, libraries, genrb)
-  gettext libicu-dev icu-devtools
+  # the benchmarks' comparison with GNU gettext (msgfmt), ICU (headers, libraries, genrb) and
+  # Boost.Locale
+  gettext libicu-dev icu-devtools libboost-locale-dev
   # the manual page of locmgr, made from its --help
   help2man
   # the install test builds a host through the installed pkg-config file
