@@ -1,8 +1,10 @@
 #pragma once
 
-// What the three comparison programs (bench_module, bench_gettext, bench_icu) share: the
-// workloads' fixed parameters, the pseudo-random lookup order, the statistics they report and
-// the child processes in which first-string and memory figures are taken.
+// What the comparison programs in C++ (bench_module, bench_gettext for GNU gettext, bench_icu
+// for ICU, bench_boost_locale for Boost.Locale) share: the workloads' fixed parameters, the
+// pseudo-random lookup order, the statistics they report and the child processes in which
+// first-string and memory figures are taken. The fifth library, Fluent, runs on Node.js: its
+// script fluent/bench_fluent.mjs does the same in JavaScript, with the same order and names.
 //
 // Each program measures the same workloads on the same texts under the same keys:
 //

@@ -1,12 +1,14 @@
 #!/usr/bin/env python3
-"""Prints the comparison table from the JSON reports of bench_module, bench_gettext and bench_icu.
+"""Prints the comparison table from the JSON reports of the five comparison programs.
 
-Each report comes from a run with --benchmark_repetitions and
---benchmark_report_aggregates_only=true: our figures are shown as the median with the minimum
-and maximum of the repetitions, the other libraries' as their median, and each ratio is ours
-divided by theirs (above 1: ours takes longer or uses more memory).
+The reports are those of bench_module (ours), bench_gettext, bench_icu, bench_boost_locale and
+bench/fluent/bench_fluent.mjs, given in that order. Each comes from a run with
+--benchmark_repetitions and --benchmark_report_aggregates_only=true: our figures are shown as
+the median with the minimum and maximum of the repetitions, the other libraries' as their
+median, and each ratio is ours divided by theirs (above 1: ours takes longer or uses more
+memory).
 
-Usage: compare_table.py OURS.json GETTEXT.json ICU.json
+Usage: compare_table.py OURS.json GETTEXT.json ICU.json BOOST_LOCALE.json FLUENT.json
 """
 
 import json
@@ -26,6 +28,15 @@ GOALS = {
     "W3 first string, 100k": 100,
     "peak RSS, 100k read once": 40,
 }
+# The goals set against another library: the largest ours/theirs each workload's median may
+# reach (the peak resident set's: its one run), the two measured in the same run.
+RATIO_GOALS = [
+    ("peak RSS, 100k read once", "gettext", 1.0),
+    ("W3 first string, 100k", "Fluent", 0.12),
+    ("W3 first string, 10k", "Boost.Locale", 0.1),
+    ("W1 lookup, 1 thread", "gettext", 0.2),
+]
+PEERS = ["gettext", "ICU", "Boost.Locale", "Fluent"]
 
 
 class Report:
@@ -87,10 +98,12 @@ def speed_up(report, statistic, name="W1_Lookup"):
 
 
 def main(argv):
-    if len(argv) != 3:
+    if len(argv) != 1 + len(PEERS):
         sys.exit(__doc__.strip().splitlines()[-1])
-    ours, gettext, icu = (Report(path) for path in argv)
+    reports = [Report(path) for path in argv]
+    ours = reports[0]
 
+    # (label, unit, [ours, then each peer's median], ours' minimum, ours' maximum, compared)
     rows = []
 
     def timed(label, unit, name, threads=1, ours_name=None):
@@ -99,7 +112,7 @@ def main(argv):
         ours_name = ours_name or name
         time_unit = unit.split("/")[0]
         medians = [ours.time(ours_name, threads, "median", time_unit)]
-        medians += [report.time(name, threads, "median", time_unit) for report in (gettext, icu)]
+        medians += [report.time(name, threads, "median", time_unit) for report in reports[1:]]
         low = ours.time(ours_name, threads, "min", time_unit)
         high = ours.time(ours_name, threads, "max", time_unit)
         rows.append((label, unit, medians, low, high, True))
@@ -108,11 +121,10 @@ def main(argv):
     timed("  ours with a UTF-8 copy", "ns/call", "W1_Lookup", ours_name="W1_LookupUtf8")
     timed("W1 lookup, 2 threads", "ns/call", "W1_Lookup", threads=2)
     rows.append(("W1 2-thread speed-up", "x",
-                 [speed_up(report, "median") for report in (ours, gettext, icu)],
-                 None, None, False))
+                 [speed_up(report, "median") for report in reports], None, None, False))
     rows.append(("  machine, spin loop", "x",
-                 [speed_up(report, "median", "Machine_SpinLoop")
-                  for report in (ours, gettext, icu)], None, None, False))
+                 [speed_up(report, "median", "Machine_SpinLoop") for report in reports],
+                 None, None, False))
     timed("W2 plural + parameter", "ns/call", "W2_PluralParameter")
     timed("  ours with UTF-8 output", "ns/call", "W2_PluralParameter",
           ours_name="W2_PluralParameterUtf8")
@@ -120,39 +132,49 @@ def main(argv):
     timed("W3 first string, 100k", "ms", "W3_FirstString/100k")
     rows.append(("peak RSS, 100k read once", "MiB",
                  [report.counter("Memory_ReadEveryKey/100k", "peak_RSS_MiB")
-                  for report in (ours, gettext, icu)], None, None, True))
+                  for report in reports], None, None, True))
     rows.append(("  process before loading", "MiB",
                  [report.counter("Memory_ReadEveryKey/100k", "baseline_RSS_MiB")
-                  for report in (ours, gettext, icu)], None, None, False))
+                  for report in reports], None, None, False))
 
-    header = ("workload", "unit", "ours: median [min .. max]", "gettext", "ICU",
-              "ours/gettext", "ours/ICU")
+    header = (("workload", "unit", "ours: median [min .. max]") + tuple(PEERS)
+              + tuple(f"ours/{peer}" for peer in PEERS))
     lines = []
-    for label, unit, (mine, theirs_gettext, theirs_icu), low, high, compare in rows:
+    for label, unit, (mine, *theirs), low, high, compare in rows:
         spread = f" [{number(low)} .. {number(high)}]" if low is not None else ""
-        lines.append((label, unit, number(mine) + spread, number(theirs_gettext),
-                      number(theirs_icu),
-                      ratio(mine, theirs_gettext) if compare else "",
-                      ratio(mine, theirs_icu) if compare else ""))
-    widths = [max(len(line[column]) for line in lines + [header]) for column in range(7)]
+        lines.append((label, unit, number(mine) + spread)
+                     + tuple(number(value) for value in theirs)
+                     + tuple(ratio(mine, value) if compare else "" for value in theirs))
+    widths = [max(len(line[column]) for line in lines + [header])
+              for column in range(len(header))]
 
     def show(line):
         cells = [line[0].ljust(widths[0]), line[1].ljust(widths[1])]
         cells += [cell.rjust(width) for cell, width in zip(line[2:], widths[2:])]
         print("  ".join(cells).rstrip())
 
-    load = [report.context.get("load_avg", [0])[0] for report in (ours, gettext, icu)]
+    load = [report.context.get("load_avg", [0])[0] for report in reports]
     print(f"Repetitions: {ours.repetitions()}; CPUs: {ours.context.get('num_cpus')}; "
-          "1-minute load average when each program started: "
-          + ", ".join(f"{value:.2f}" for value in load))
+          "1-minute load average when each program started (ours, "
+          + ", ".join(PEERS) + "): " + ", ".join(f"{value:.2f}" for value in load))
     show(header)
     show(tuple("-" * width for width in widths))
     for line in lines:
         show(line)
-    for label, unit, (mine, _, _), _, _, _ in rows:
+    for label, unit, (mine, *_), _, _, _ in rows:
         if label in GOALS and mine is not None:
             verdict = "met" if mine <= GOALS[label] else "NOT met"
             print(f"Goal {label}: at most {GOALS[label]} {unit}, ours {number(mine)} ({verdict}).")
+    medians = {label: values for label, _, values, _, _, _ in rows}
+    for label, peer, most in RATIO_GOALS:
+        mine, theirs = medians[label][0], medians[label][1 + PEERS.index(peer)]
+        if mine is not None and theirs:
+            # Three digits, so that a ratio just over its bound does not print as equal to it.
+            verdict = "met" if mine / theirs <= most else "NOT met"
+            print(f"Goal {label}: at most {most}x {peer}'s, ours/{peer} {mine / theirs:.3g} "
+                  f"({verdict}).")
+        else:
+            print(f"Goal {label}: at most {most}x {peer}'s, not measured in this run.")
     gained = speed_up(ours, "median")
     if gained is not None:
         verdict = "met" if gained >= SPEED_UP_TARGET else "NOT met"
