@@ -10,7 +10,7 @@
 #
 # Extra flags go to all five programs after the defaults, so they win: --calls=100000 for a
 # quicker run, --benchmark_repetitions=5, --benchmark_filter=W1. The JSON reports and the
-# programs' own output stay in <build>/bench/compare/. Takes about five minutes on an idle
+# programs' own output stay in <build>/bench/compare/. Takes about two minutes on an idle
 # two-core machine; run it on an idle one, the two-thread figure means nothing otherwise.
 # LM_BENCH_BUILD_DIR names another build folder.
 #
