@@ -13,8 +13,11 @@
 //   on two threads with a reader each.
 // - W2_PluralParameter: "Загружено <n> файл/файла/файлов" in Russian for n = 0..999, repeated
 //   until --calls texts are made.
-// - W3_FirstString/10k and /100k: opening a catalog and getting its first string, in a fresh
+// - W3_FirstString/10k and /100k: starting the library (loading our module, setting the
+//   locale, initialising ICU), opening a catalog and getting its first string, in a fresh
 //   process each time, so that nothing a library caches per process helps it.
+// - W4_Release/100k: releasing the 100,000-entry catalog after its first string, in a fresh
+//   process, for the libraries that can release a catalog.
 // - Memory_ReadEveryKey/100k: the peak resident set of a fresh process that opens the
 //   100,000-entry catalog and reads every key once, next to that of a process that only
 //   initialised the library.
@@ -60,21 +63,27 @@ benchmark::internal::Benchmark* WithMinMax(benchmark::internal::Benchmark* bench
 // One compared library, as the shared main drives it.
 struct Library {
     // Everything a process does before it opens its first catalog: loading the module,
-    // setting the locale, initialising ICU. Not part of any measurement.
+    // setting the locale, initialising ICU. Timed in W3 only: a program pays it once.
     void (*initialise)();
     // Opens the catalog of `entries` entries (10,000 or 100,000) and copies out the text of
-    // kFirstStringIndex: the timed part of W3, in a process that has done nothing else.
+    // kFirstStringIndex: with initialise, the timed part of W3, in a process that has done
+    // nothing else.
     void (*openAndGetFirst)(int entries);
     // Opens the 100,000-entry catalog and copies out the text of every key once.
     void (*readEveryKey)();
     // Registers the in-process workloads, W1 and W2.
     void (*registerBenchmarks)(const Options& options);
+    // Releases everything the last openAndGetFirst made: the timed part of W4_Release, after
+    // openAndGetFirst of the 100,000-entry catalog in a fresh process. Null for a library that
+    // keeps its catalogs until the process ends.
+    void (*releaseCatalog)() = nullptr;
 };
 
 // The main of a comparison program. Besides Google Benchmark's flags it takes --calls=N. The
 // first-string and memory workloads run this same program again as a child with one of the
-// internal flags --child=first-string ENTRIES, --child=read-every-key, --child=baseline or
-// --child=peak-rss MODE (which runs the child of MODE and reports its peak resident set).
+// internal flags --child=first-string ENTRIES, --child=release, --child=read-every-key,
+// --child=baseline or --child=peak-rss MODE (which runs the child of MODE and reports its peak
+// resident set).
 int ComparisonMain(int argc, char** argv, const Library& library);
 
 }  // namespace LocalizationManager::Benchmarks

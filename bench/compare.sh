@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # Builds the comparison programs (Release, build-bench/) and prints our module's figures next
 # to those of GNU gettext, ICU, Boost.Locale and Fluent in one table: W1 lookups on one and two
-# threads, W2 a plural with a parameter, W3 the first string of a 10k and a 100k catalog, and
-# the peak resident set of reading the 100k catalog once. Each workload is repeated 15 times;
+# threads, W2 a plural with a parameter, W3 the first string of a 10k and a 100k catalog in a
+# fresh process (the library's start included), W4 the release of the 100k catalog, and the
+# peak resident set of reading the 100k catalog once. Each workload is repeated 15 times;
 # ours is shown as the median with minimum and maximum, the others as their median, and ratios
 # are ours / theirs.
 #
