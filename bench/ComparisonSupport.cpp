@@ -216,6 +216,18 @@ std::vector<std::uint32_t> LookupOrder(std::size_t count, std::uint32_t catalogS
     return order;
 }
 
+void RegisterLookupAndPlural(const Options& options, void (*prepare)(const benchmark::State&),
+                             Workload lookup, Workload plural) {
+    WithMinMax(benchmark::RegisterBenchmark("W1_Lookup", lookup))
+        ->Setup(prepare)
+        ->Iterations(options.calls)
+        ->UseRealTime()
+        ->Threads(1)
+        ->Threads(2);
+    WithMinMax(benchmark::RegisterBenchmark("W2_PluralParameter", plural))
+        ->Iterations(options.calls);
+}
+
 benchmark::internal::Benchmark* WithMinMax(benchmark::internal::Benchmark* benchmark) {
     return benchmark->ComputeStatistics("min", Minimum)->ComputeStatistics("max", Maximum);
 }

@@ -57,6 +57,12 @@ std::vector<std::uint32_t> LookupOrder(std::size_t count, std::uint32_t catalogS
 // Adds "min" and "max" to the aggregates Google Benchmark reports over repetitions.
 benchmark::internal::Benchmark* WithMinMax(benchmark::internal::Benchmark* benchmark);
 
+// Registers W1_Lookup on one and two threads, after `prepare` (which makes what the threads
+// share), and W2_PluralParameter: the two in-process workloads, as every program runs them.
+using Workload = void (*)(benchmark::State&);
+void RegisterLookupAndPlural(const Options& options, void (*prepare)(const benchmark::State&),
+                             Workload lookup, Workload plural);
+
 // Prints to standard error and ends the process: for setup that cannot go on.
 [[noreturn]] void Fail(const char* format, ...) __attribute__((format(printf, 1, 2)));
 

@@ -122,14 +122,7 @@ void PluralParameter(benchmark::State& state) {
 
 void RegisterBenchmarks(const bench::Options& given) {
     options = given;
-    bench::WithMinMax(benchmark::RegisterBenchmark("W1_Lookup", Lookup))
-        ->Setup(PrepareLookup)
-        ->Iterations(options.calls)
-        ->UseRealTime()
-        ->Threads(1)
-        ->Threads(2);
-    bench::WithMinMax(benchmark::RegisterBenchmark("W2_PluralParameter", PluralParameter))
-        ->Iterations(options.calls);
+    bench::RegisterLookupAndPlural(options, PrepareLookup, Lookup, PluralParameter);
 }
 
 // gettext ignores LANGUAGE in the "C" locale, but not in C.UTF-8, which is also the locale

@@ -220,19 +220,12 @@ void PluralParameter(benchmark::State& state) {
 
 void RegisterBenchmarks(const bench::Options& given) {
     options = given;
-    bench::WithMinMax(benchmark::RegisterBenchmark("W1_Lookup", Lookup<Utf16Copy>))
-        ->Setup(PrepareLookup)
-        ->Iterations(options.calls)
-        ->UseRealTime()
-        ->Threads(1)
-        ->Threads(2);
+    bench::RegisterLookupAndPlural(options, PrepareLookup, Lookup<Utf16Copy>,
+                                   PluralParameter<Utf16Copy>);
     bench::WithMinMax(benchmark::RegisterBenchmark("W1_LookupUtf8", Lookup<Utf8Copy>))
         ->Setup(PrepareLookup)
         ->Iterations(options.calls)
         ->UseRealTime();
-    bench::WithMinMax(
-        benchmark::RegisterBenchmark("W2_PluralParameter", PluralParameter<Utf16Copy>))
-        ->Iterations(options.calls);
     bench::WithMinMax(
         benchmark::RegisterBenchmark("W2_PluralParameterUtf8", PluralParameter<Utf8Copy>))
         ->Iterations(options.calls);
