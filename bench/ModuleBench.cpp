@@ -15,7 +15,8 @@
 //   files_loaded = 'Загружено ' + $n + ' ' + {$n: 'файл', 'файла', 'файлов'}
 //   with a resolver that answers the decimal text of n; W2_PluralParameterUtf8 with the text
 //   converted to UTF-8.
-// - W3_FirstString: a new manager, a new localizer, its first GetString.
+// - W3_FirstString: loading the module, a new manager, a new localizer, its first GetString.
+// - W4_Release: releasing that localizer and manager, the last references to the scope.
 
 #include "ComparisonSupport.h"
 #include "localization_manager/ClassIds.h"
@@ -235,8 +236,8 @@ void Initialise() {
     Session();
 }
 
-// The objects of W3 and of the memory workload stay alive until the child process ends:
-// releasing them is no part of what those workloads measure.
+// The objects of W3 and of the memory workload stay alive until the child process ends, unless
+// W4 releases them: releasing them is no part of what W3 and the memory workload measure.
 NumberResolver childResolver;
 
 // W3's manager and localizer, kept for W4 to release. Made after the session, so released

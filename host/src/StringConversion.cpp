@@ -27,8 +27,8 @@ bool IsLowSurrogate(std::uint32_t unit) {
     return (unit & 0xFC00u) == 0xDC00u;
 }
 
-// The size of a unit other than ASCII: two bytes below U+0800, else three; a pair four, a
-// lone surrogate three (its U+FFFD). Advances `index` past the unit or the pair.
+// The UTF-8 size of the unit at `index`: one byte below U+0080, two below U+0800, else three;
+// a pair four, a lone surrogate three (its U+FFFD). Advances `index` past the unit or the pair.
 std::size_t ScalarSize(const char16_t* units, std::size_t count, std::size_t& index) {
     const std::uint32_t unit = units[index++];
     if (unit < 0x80u) {
