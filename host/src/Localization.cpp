@@ -84,12 +84,39 @@ Failure FailureOf(std::int32_t code, const std::string& what) {
     return Failure{code, DescribeCode(code) + ": " + what, {}};
 }
 
+// A failed request's failure, with the lines the module traced for it.
+Failure FailureOf(std::int32_t code, const std::string& what, PendingRequest& request) {
+    Failure failure = FailureOf(code, what);
+    for (auto& [level, line] : request.trace) {
+        failure.trace.push_back(std::move(line));
+    }
+    return failure;
+}
+
 void Deliver(const Tracer::Sink& sink, std::int32_t level, std::string_view line) {
     if (sink) {
         sink(level, line);
     } else {
         Tracer::WriteToStandardError(level, line);
     }
+}
+
+// A request that succeeded hands the lines traced for it (warnings) to the sink.
+void Deliver(const Tracer::Sink& sink, const PendingRequest& request) {
+    for (const auto& [level, line] : request.trace) {
+        Deliver(sink, level, line);
+    }
+}
+
+// The throwing form of a call that reports its failure in a Failure.
+template <typename Call>
+auto ValueOrThrow(Call&& call) {
+    Failure failure;
+    auto value = call(failure);
+    if (failure) {
+        throw LocalizationError(std::move(failure));
+    }
+    return value;
 }
 
 }  // namespace
@@ -177,11 +204,7 @@ Localization::Localization(const std::string& modulePath, const std::string& roo
                                            ToFrameworkString(options.alternative));
     }
     if (ulo::Failed(code)) {
-        Failure why = FailureOf(code, "cannot open the localization tree '" + root + "'");
-        for (auto& [level, line] : request.trace) {
-            why.trace.push_back(std::move(line));
-        }
-        fail(std::move(why));
+        fail(FailureOf(code, "cannot open the localization tree '" + root + "'", request));
         return;
     }
     session->resolver = RequestResolver::Create();
@@ -189,12 +212,7 @@ Localization::Localization(const std::string& modulePath, const std::string& roo
 }
 
 ScopeTexts Localization::Texts(std::string_view scope, std::string_view culture) const {
-    Failure failure;
-    ScopeTexts texts = Texts(scope, culture, failure);
-    if (failure) {
-        throw LocalizationError(std::move(failure));
-    }
-    return texts;
+    return ValueOrThrow([&](Failure& failure) { return Texts(scope, culture, failure); });
 }
 
 ScopeTexts Localization::Texts(std::string_view scope, std::string_view culture,
@@ -220,15 +238,10 @@ ScopeTexts Localization::Texts(std::string_view scope, std::string_view culture,
     }
     if (ulo::Failed(code) || !localizer) {
         failure = FailureOf(ulo::Failed(code) ? code : ulo::kResultUnexpected,
-                            "no texts of " + description);
-        for (auto& [level, line] : request.trace) {
-            failure.trace.push_back(std::move(line));
-        }
+                            "no texts of " + description, request);
         return ScopeTexts(session_, nullptr, std::move(description), failure);
     }
-    for (const auto& [level, line] : request.trace) {
-        Deliver(session_->sink, level, line);
-    }
+    Deliver(session_->sink, request);
     return ScopeTexts(session_, std::move(localizer), std::move(description), Failure{});
 }
 
@@ -272,9 +285,7 @@ ulo::string16_t ScopeTexts::Fetch(std::string_view key, const TextKey* typed,
         code = localizer_->GetString(ToFrameworkString(key), text);
     }
     if (ulo::Succeeded(code)) {
-        for (const auto& [level, line] : request.trace) {
-            Deliver(session_->sink, level, line);
-        }
+        Deliver(session_->sink, request);
         return text;
     }
     std::string what = "text '" + std::string(key) + "' of " + description_;
@@ -282,10 +293,7 @@ ulo::string16_t ScopeTexts::Fetch(std::string_view key, const TextKey* typed,
         what += ": no value was given for the parameter '" + Utf16ToUtf8(request.missingParameter) +
                 "'";
     }
-    failure = FailureOf(code, what);
-    for (auto& [level, line] : request.trace) {
-        failure.trace.push_back(std::move(line));
-    }
+    failure = FailureOf(code, what, request);
     return {};
 }
 
@@ -301,21 +309,11 @@ std::string ScopeTexts::Get(std::string_view key, const std::vector<Parameter>& 
 
 std::string ScopeTexts::Get(std::string_view key,
                             std::initializer_list<Parameter> parameters) const {
-    Failure failure;
-    std::string text = Get(key, parameters, failure);
-    if (failure) {
-        throw LocalizationError(std::move(failure));
-    }
-    return text;
+    return ValueOrThrow([&](Failure& failure) { return Get(key, parameters, failure); });
 }
 
 std::string ScopeTexts::Get(std::string_view key, const std::vector<Parameter>& parameters) const {
-    Failure failure;
-    std::string text = Get(key, parameters, failure);
-    if (failure) {
-        throw LocalizationError(std::move(failure));
-    }
-    return text;
+    return ValueOrThrow([&](Failure& failure) { return Get(key, parameters, failure); });
 }
 
 std::string ScopeTexts::Get(const TextKey& key, std::initializer_list<Parameter> parameters,
@@ -324,12 +322,7 @@ std::string ScopeTexts::Get(const TextKey& key, std::initializer_list<Parameter>
 }
 
 std::string ScopeTexts::Get(const TextKey& key, std::initializer_list<Parameter> parameters) const {
-    Failure failure;
-    std::string text = Get(key, parameters, failure);
-    if (failure) {
-        throw LocalizationError(std::move(failure));
-    }
-    return text;
+    return ValueOrThrow([&](Failure& failure) { return Get(key, parameters, failure); });
 }
 
 ulo::string16_t ScopeTexts::GetUtf16(std::string_view key, const std::vector<Parameter>& parameters,
@@ -339,12 +332,9 @@ ulo::string16_t ScopeTexts::GetUtf16(std::string_view key, const std::vector<Par
 
 ulo::string16_t ScopeTexts::GetUtf16(std::string_view key,
                                      std::initializer_list<Parameter> parameters) const {
-    Failure failure;
-    ulo::string16_t text = Fetch(key, nullptr, parameters.begin(), parameters.size(), failure);
-    if (failure) {
-        throw LocalizationError(std::move(failure));
-    }
-    return text;
+    return ValueOrThrow([&](Failure& failure) {
+        return Fetch(key, nullptr, parameters.begin(), parameters.size(), failure);
+    });
 }
 
 InterfacePtr<ulo::IIO> ScopeTexts::OpenResource(std::string_view key, Failure& failure) const {
@@ -362,10 +352,7 @@ InterfacePtr<ulo::IIO> ScopeTexts::OpenResource(std::string_view key, Failure& f
     }
     if (ulo::Failed(code) || !stream) {
         failure = FailureOf(ulo::Failed(code) ? code : ulo::kResultUnexpected,
-                            "resource '" + std::string(key) + "' of " + description_);
-        for (auto& [level, line] : request.trace) {
-            failure.trace.push_back(std::move(line));
-        }
+                            "resource '" + std::string(key) + "' of " + description_, request);
         return nullptr;
     }
     return stream;
@@ -394,12 +381,7 @@ std::string ScopeTexts::ReadResource(std::string_view key, Failure& failure) con
 }
 
 std::string ScopeTexts::ReadResource(std::string_view key) const {
-    Failure failure;
-    std::string bytes = ReadResource(key, failure);
-    if (failure) {
-        throw LocalizationError(std::move(failure));
-    }
-    return bytes;
+    return ValueOrThrow([&](Failure& failure) { return ReadResource(key, failure); });
 }
 
 }  // namespace localization_manager::host

@@ -1,8 +1,8 @@
 #include "Baseline.h"
 
-#include <filesystem>
+#include "RegularFile.h"
+
 #include <fstream>
-#include <iterator>
 #include <nlohmann/json.hpp>
 
 namespace locmgr::analysis {
@@ -42,17 +42,11 @@ Baseline::Entry Baseline::EntryOf(const Finding& finding, const TreeDirectories&
 }
 
 Baseline Baseline::Read(const std::string& path, const TreeDirectories& tree) {
-    // Not a pipe or a device: reading one could block or never end.
-    std::error_code error;
-    if (!std::filesystem::is_regular_file(path, error)) {
+    const std::optional<std::string> text = ReadRegularFile(path);
+    if (!text) {
         throw BaselineError("cannot read the baseline '" + path + "'");
     }
-    std::ifstream in(path, std::ios::binary);
-    const std::string text{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-    if (!in || in.bad()) {
-        throw BaselineError("cannot read the baseline '" + path + "'");
-    }
-    const Json json = Json::parse(text, nullptr, false);
+    const Json json = Json::parse(*text, nullptr, false);
     if (json.is_discarded() || !json.is_object() ||
         json.value("locmgrBaseline", 0) != kBaselineVersion || !json.contains("findings") ||
         !json["findings"].is_array()) {

@@ -1,13 +1,12 @@
 #include "CheckSettings.h"
 
+#include "RegularFile.h"
 #include "StringLocalizing/Model/CultureNames.h"
 #include "StringLocalizing/Model/KeyCase.h"
 #include "StringLocalizing/Model/LanguageName.h"
 #include "ulo/rtl/TextConversion.h"
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <nlohmann/json.hpp>
 
 namespace locmgr::analysis {
@@ -148,16 +147,11 @@ CheckSettings ReadCheckSettings(const std::string& root) {
     if (!std::filesystem::exists(path, error)) {
         return CheckSettings();
     }
-    // Not a pipe or a device: reading one could block or never end.
-    if (!std::filesystem::is_regular_file(path, error)) {
+    const std::optional<std::string> text = ReadRegularFile(path);
+    if (!text) {
         throw SettingsError(path + ": cannot be read");
     }
-    std::ifstream in(path, std::ios::binary);
-    const std::string text{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-    if (!in || in.bad()) {
-        throw SettingsError(path + ": cannot be read");
-    }
-    const Json json = Json::parse(text, nullptr, false);
+    const Json json = Json::parse(*text, nullptr, false);
     if (json.is_discarded()) {
         throw SettingsError(path + ": not valid JSON");
     }

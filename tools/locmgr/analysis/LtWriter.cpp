@@ -1,5 +1,6 @@
 #include "LtWriter.h"
 
+#include "RegularFile.h"
 #include "StringLocalizing/Model/KeyCase.h"
 #include "StringLocalizing/Parsing/LocFileGrammar.h"
 #include "ulo/rtl/TextConversion.h"
@@ -12,7 +13,6 @@
 #include <cwctype>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <stdexcept>
 #include <utility>
 
@@ -317,17 +317,11 @@ std::string EncodeLtFile(const LtFileText& file) {
 
 LtFileText ReadLtFile(const std::u16string& path) {
     const std::string narrowPath = ulo::WideToUtf8(path);
-    std::error_code error;
-    // Not a pipe or a device: reading one could block or never end.
-    if (!std::filesystem::is_regular_file(narrowPath, error)) {
-        throw LtWriteError("cannot read " + narrowPath + ": not a regular file");
+    const std::optional<std::string> bytes = ReadRegularFile(narrowPath);
+    if (!bytes) {
+        throw LtWriteError("cannot read " + narrowPath + ": not a readable regular file");
     }
-    std::ifstream in(narrowPath, std::ios::binary);
-    const std::string bytes{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-    if (!in || in.bad()) {
-        throw LtWriteError("cannot read " + narrowPath);
-    }
-    return DecodeLtFile(bytes);
+    return DecodeLtFile(*bytes);
 }
 
 void WriteLtFile(const std::u16string& path, const LtFileText& file) {

@@ -1,8 +1,9 @@
 #include "MergeRecord.h"
 
+#include "RegularFile.h"
+
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <nlohmann/json.hpp>
 
 namespace locmgr::analysis {
@@ -37,16 +38,11 @@ MergeRecord MergeRecord::Read(const std::string& path) {
     if (!std::filesystem::exists(path, error)) {
         return {};
     }
-    // Not a pipe or a device: reading one could block or never end.
-    if (!std::filesystem::is_regular_file(path, error)) {
+    const std::optional<std::string> text = ReadRegularFile(path);
+    if (!text) {
         throw MergeRecordError("cannot read the merge record '" + path + "'");
     }
-    std::ifstream in(path, std::ios::binary);
-    const std::string text{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-    if (!in || in.bad()) {
-        throw MergeRecordError("cannot read the merge record '" + path + "'");
-    }
-    const Json json = Json::parse(text, nullptr, false);
+    const Json json = Json::parse(*text, nullptr, false);
     if (json.is_discarded() || !json.is_object() ||
         json.value("locmgrMerge", 0) != kRecordVersion) {
         throw MergeRecordError("'" + path + "' is not a merge record written by locmgr merge");
