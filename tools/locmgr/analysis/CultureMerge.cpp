@@ -103,21 +103,13 @@ class Merger {
         return model_.ReferenceFile(options_.reference, scope);
     }
 
-    const LocFile* Loadable(const std::u16string& path) {
-        if (path.empty()) {
-            return nullptr;
-        }
-        const LocFile& file = files_.Get(path);
-        return file.Loadable() ? &file : nullptr;
-    }
-
     MergedScope Merge(const std::string& scope) {
         MergedScope merged;
         merged.scope = scope;
         const std::u16string referencePath = ReferenceFile(scope);
         const std::u16string own = model_.OwnFile(scope, culture_);
         merged.file = Narrow(own);
-        const LocFile* reference = Loadable(referencePath);
+        const LocFile* reference = files_.Loadable(referencePath);
         if (reference == nullptr) {
             merged.problem = "the reference's file " + Narrow(referencePath) +
                              " cannot be loaded; \"locmgr check\" says why";
@@ -162,8 +154,9 @@ class Merger {
     // before it (at the end when the culture has none of those).
     void AddMissing(const std::string& scope, const LocFile& reference,
                     const Model::ResourceDictionary& texts, LtEdit& edit, MergedScope& merged) {
-        const LocFile* common =
-            scope == kCommonScope ? nullptr : Loadable(model_.ServingFile(kCommonScope, culture_));
+        const LocFile* common = scope == kCommonScope
+                                    ? nullptr
+                                    : files_.Loadable(model_.ServingFile(kCommonScope, culture_));
         std::u16string previous;
         for (const LocFile::IndexedEntry& entry : reference.Entries()) {
             if (texts.count(entry.lowerKey) != 0) {
@@ -188,7 +181,7 @@ class Merger {
     void MarkObsolete(const std::string& scope, const LocFile& reference,
                       const Parsing::SourceIndex& index, LtEdit& edit, MergedScope& merged) {
         const LocFile* referenceCommon =
-            scope == kCommonScope ? nullptr : Loadable(ReferenceFile(kCommonScope));
+            scope == kCommonScope ? nullptr : files_.Loadable(ReferenceFile(kCommonScope));
         for (const Parsing::IndexedEntry& entry : index.entries) {
             // A culture's common texts may answer a key of any scope.
             const bool obsolete = scope == kCommonScope
@@ -206,9 +199,9 @@ class Merger {
 
     const std::set<std::u16string>& ReferenceKeys() {
         if (!referenceKeys_) {
-            referenceKeys_ =
-                EveryReferenceKey(model_, options_.reference,
-                                  [this](const std::u16string& path) { return Loadable(path); });
+            referenceKeys_ = EveryReferenceKey(
+                model_, options_.reference,
+                [this](const std::u16string& path) { return files_.Loadable(path); });
         }
         return *referenceKeys_;
     }

@@ -10,7 +10,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <map>
-#include <memory>
 #include <set>
 #include <sstream>
 
@@ -182,15 +181,12 @@ class Collector {
 
   private:
     const LocFile& Loadable(const std::u16string& path, bool required) {
-        auto& file = files_[path];
-        if (!file) {
-            file = std::make_unique<LocFile>(path);
-        }
-        if (required && !file->Loadable()) {
+        const LocFile& file = files_.Get(path);
+        if (required && !file.Loadable()) {
             throw KeyHeaderError("the reference's file " + Narrow(path) +
                                  " cannot be loaded; \"locmgr check\" says why");
         }
-        return *file;
+        return file;
     }
 
     // What every culture's texts of the scope ask for, and the reference's.
@@ -242,7 +238,7 @@ class Collector {
 
     const TreeModel& model_;
     const KeyHeaderOptions& options_;
-    std::map<std::u16string, std::unique_ptr<LocFile>> files_;
+    LocFileCache files_;
 };
 
 }  // namespace

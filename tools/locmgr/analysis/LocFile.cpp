@@ -143,4 +143,12 @@ const LocFile& LocFileCache::Get(const std::u16string& path) {
     return *found->second;
 }
 
+const LocFile* LocFileCache::Loadable(const std::u16string& path) {
+    if (path.empty()) {
+        return nullptr;
+    }
+    const LocFile& file = Get(path);
+    return file.Loadable() ? &file : nullptr;
+}
+
 }  // namespace locmgr::analysis

@@ -90,6 +90,8 @@ class LocFile {
 class LocFileCache {
   public:
     const LocFile& Get(const std::u16string& path);
+    // The file at `path` when the runtime can load it; null for it otherwise and for no path.
+    const LocFile* Loadable(const std::u16string& path);
 
     // Reads and parses `paths` on up to `threads` threads (parsing dominates a check of a
     // large tree, and files are independent), calling `progress` with the count done so far
