@@ -20,8 +20,6 @@ namespace {
 namespace Model = LocalizationManager::StringLocalizing::Model;
 namespace Parsing = LocalizationManager::StringLocalizing::Parsing;
 
-constexpr char kCommonScope[] = "common";
-
 std::string Narrow(const std::u16string& text) {
     return ulo::WideToNarrowMessage(text);
 }

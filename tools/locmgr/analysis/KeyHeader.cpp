@@ -17,8 +17,6 @@ namespace locmgr::analysis {
 
 namespace {
 
-constexpr char kCommonScope[] = "common";
-
 // Words a key may be spelt as that C++ reserves.
 const std::set<std::string> kReserved{"alignas",       "alignof",     "and",
                                       "and_eq",        "asm",         "auto",
@@ -62,10 +60,12 @@ bool IsAsciiIdentifierCharacter(char16_t unit) {
            (unit >= u'0' && unit <= u'9') || unit == u'_';
 }
 
+}  // namespace
+
 // Keys are ASCII letters, digits and "_", scope names any character a file name may have: any
 // other character becomes "_uXXXX", and a reserved word, or a name that begins with "_" or
 // has "__" (some of those are the implementation's), gets a "k" before it.
-std::string IdentifierOf(const std::u16string& key) {
+std::string KeyIdentifier(const std::u16string& key) {
     std::string identifier;
     for (const char16_t unit : key) {
         if (IsAsciiIdentifierCharacter(unit)) {
@@ -82,6 +82,8 @@ std::string IdentifierOf(const std::u16string& key) {
     }
     return identifier;
 }
+
+namespace {
 
 bool IsNamespaceName(const std::string& name) {
     std::istringstream parts(name);
@@ -161,7 +163,7 @@ class Collector {
                 if (byKey.emplace(entry.lowerKey, keys.size()).second) {
                     keys.push_back(
                         {Narrow(entry.key),
-                         IdentifierOf(entry.key),
+                         KeyIdentifier(entry.key),
                          {},
                          CommentText(FormatValue(file->Dictionary()->at(entry.lowerKey)))});
                 }
@@ -248,13 +250,9 @@ std::string ScopeNamespace(const std::string& scope) {
     std::istringstream parts(scope);
     for (std::string part; std::getline(parts, part, '/');) {
         scopeNamespace += (scopeNamespace.empty() ? "" : "::") +
-                          (part.empty() ? std::string("k") : IdentifierOf(ulo::Utf8ToWide(part)));
+                          (part.empty() ? std::string("k") : KeyIdentifier(ulo::Utf8ToWide(part)));
     }
     return scopeNamespace;
-}
-
-std::string KeyIdentifier(const std::u16string& key) {
-    return IdentifierOf(key);
 }
 
 std::vector<KeyConstant> KeyConstants(const TreeModel& model, const KeyHeaderOptions& options) {

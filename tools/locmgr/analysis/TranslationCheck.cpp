@@ -17,7 +17,6 @@ namespace {
 
 namespace Model = LocalizationManager::StringLocalizing::Model;
 
-constexpr char kCommonScope[] = "common";
 const CheckSettings kNoSettings;
 
 // Letters as far as telling a sentence from punctuation goes: ASCII letters, the Latin,

@@ -16,6 +16,9 @@
 
 namespace locmgr::analysis {
 
+// The scope whose texts every other scope of the same culture falls back to.
+inline constexpr char kCommonScope[] = "common";
+
 // One path the runtime tries for a file, in order.
 struct Probe {
     std::u16string path;

@@ -22,7 +22,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr char kCommonScope[] = "common";
 constexpr char kGeneratedMark[] = "Written by \"locmgr keys\"";
 
 const std::set<std::string> kSourceExtensions{".c",   ".cc",  ".cpp", ".cxx", ".h", ".hh",
