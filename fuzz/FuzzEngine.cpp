@@ -1,7 +1,10 @@
 // Fuzzes the text engine as a whole: one input holds a plural rule file, the common texts and
 // a scope's texts; the pipeline builds them and every key is resolved with numeric
 // parameters. Any input must end in text or in one of the engine's documented errors; a crash,
-// a hang or any other exception is a finding.
+// a hang or any other exception is a finding. The same files are also parsed and compiled into
+// dictionaries, as the tools see them: the build must fail with the same error, and every key
+// of either file must resolve to the same text or fail with the same error, as through the
+// pipeline's compact stores.
 //
 // Input layout: byte 0 picks the language, byte 1 whether its first subtag is "br"; the rest
 // is split at the bytes 0x01 into the rule file, the common texts and the scope's texts (all
@@ -13,7 +16,10 @@
 #include "StringLocalizing/Model/LanguageName.h"
 #include "StringLocalizing/Parsing/ParseLocFile.h"
 #include "StringLocalizing/Parsing/ParsingException.h"
+#include "StringLocalizing/Pipeline/PipelineSteps.h"
 #include "StringLocalizing/Pipeline/ResourceProcessingPipeline.h"
+#include "StringLocalizing/Resolving/KeyResolver.h"
+#include "StringLocalizing/Resolving/PluralResolver.h"
 #include "ulo/rtl/Utf8Decoder.h"
 
 #include <boost/make_shared.hpp>
@@ -22,9 +28,12 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <exception>
 #include <new>
+#include <optional>
 #include <stdexcept>
 #include <string>
+#include <typeinfo>
 #include <vector>
 
 namespace {
@@ -89,6 +98,9 @@ class NumberResolver : public SL::Resolving::IParamResolver {
         return kNumbers[next_++ % (sizeof(kNumbers) / sizeof(kNumbers[0]))];
     }
 
+    // Starts the spread again, so that two resolutions see the same numbers.
+    void Restart() { next_ = 0; }
+
   private:
     std::size_t next_ = 0;
 };
@@ -97,6 +109,70 @@ class NumberResolver : public SL::Resolving::IParamResolver {
     std::fprintf(stderr, "fuzz_engine: unexpected %s: %s\n", kind, what);
     std::abort();
 }
+
+// How a step ended: its text, or the type and message of what it threw.
+struct Outcome {
+    bool failed = false;
+    std::u16string text;
+    std::string error;
+    std::exception_ptr exception;
+
+    const std::exception* Error() const {
+        try {
+            std::rethrow_exception(exception);
+        } catch (const std::exception& error) {
+            return &error;
+        } catch (...) {
+            return nullptr;
+        }
+    }
+    bool operator==(const Outcome& other) const {
+        return failed == other.failed && text == other.text && error == other.error;
+    }
+};
+
+template <typename Step>
+Outcome OutcomeOf(Step step) {
+    Outcome outcome;
+    try {
+        outcome.text = step();
+    } catch (const std::bad_alloc&) {
+        throw;
+    } catch (const std::exception& error) {
+        outcome.failed = true;
+        outcome.error = std::string(typeid(error).name()) + ": " + error.what();
+        outcome.exception = std::current_exception();
+    }
+    return outcome;
+}
+
+// The texts parsed and compiled into dictionaries, in the pipeline's order of steps, and a
+// key resolved the way the pipeline resolves it: the scope's entry, else the common one.
+struct Dictionaries {
+    boost::shared_ptr<SL::Model::ResourceDictionary> common;
+    boost::shared_ptr<SL::Model::ResourceDictionary> scope;
+    boost::shared_ptr<NumberResolver> params = boost::make_shared<NumberResolver>();
+    boost::shared_ptr<SL::Resolving::KeyResolver> keys;
+
+    std::u16string Build(SL::Pipeline::IResourceProvider& provider, const Culture& culture) {
+        const SL::Pipeline::CulturePluralRules plural =
+            SL::Pipeline::LoadPluralFormRules(provider, culture);
+        keys = boost::make_shared<SL::Resolving::KeyResolver>(
+            params,
+            boost::make_shared<SL::Resolving::PluralResolver>(params, plural.ruleId, plural.rules));
+        common = SL::Pipeline::LoadScopeTexts(provider, u"common", culture);
+        scope = SL::Pipeline::LoadScopeTexts(provider, u"scope", culture);
+        SL::Pipeline::CompileCommonTexts(common);
+        SL::Pipeline::CompileScopeTexts(scope, common);
+        return {};
+    }
+
+    std::u16string Resolve(const std::u16string& key) {
+        params->Restart();
+        const auto found = scope->find(key);
+        return keys->Resolve(found != scope->end() ? found->second : common->at(key));
+    }
+};
 
 void Run(const std::uint8_t* data, std::size_t size) {
     if (size < 2) {
@@ -123,20 +199,37 @@ void Run(const std::uint8_t* data, std::size_t size) {
     provider->commonText = parts[1];
     provider->scopeText = parts[2];
     const auto common = boost::make_shared<SL::Pipeline::CommonTexts>();
-    const SL::Pipeline::ResourceProcessingPipeline pipeline(
-        provider, boost::make_shared<NumberResolver>(), common, culture, u"scope", u"common");
+    const auto pipelineParams = boost::make_shared<NumberResolver>();
+    std::optional<SL::Pipeline::ResourceProcessingPipeline> pipeline;
+    const Outcome built = OutcomeOf([&] {
+        pipeline.emplace(provider, pipelineParams, common, culture, u"scope", u"common");
+        return std::u16string();
+    });
+    Dictionaries dictionaries;
+    const Outcome builtAsDictionaries =
+        OutcomeOf([&] { return dictionaries.Build(*provider, culture); });
+    if (!(built == builtAsDictionaries)) {
+        Fail("build outcome", (built.error + " | " + builtAsDictionaries.error).c_str());
+    }
+    if (built.failed) {
+        // The engine's documented errors end the input; any other is rethrown as a finding.
+        std::rethrow_exception(built.exception);
+    }
 
-    SL::Model::ResourceDictionary scope;
-    SL::Parsing::ParseLocFile(provider->scopeText, u"scope.lt", scope);
-    const SL::Model::ResourceDictionary* commonTexts = common->Published().get();
-    const SL::Model::ResourceDictionary* scopeTexts = &scope;
-    for (const SL::Model::ResourceDictionary* dictionary : {scopeTexts, commonTexts}) {
-        for (const auto& entry : *dictionary) {
-            try {
-                pipeline.GetString(entry.first);
-            } catch (const std::logic_error&) {
-                // Form-count mismatches, uncompiled references inside plural forms and numbers
-                // that a rule file's entries do not cover.
+    for (const SL::Model::ResourceDictionary* texts :
+         {dictionaries.scope.get(), dictionaries.common.get()}) {
+        for (const auto& entry : *texts) {
+            pipelineParams->Restart();
+            const Outcome answer = OutcomeOf([&] { return pipeline->GetString(entry.first); });
+            const Outcome expected = OutcomeOf([&] { return dictionaries.Resolve(entry.first); });
+            if (!(answer == expected)) {
+                Fail("answer", (answer.error + " | " + expected.error).c_str());
+            }
+            if (answer.failed && !dynamic_cast<const std::logic_error*>(answer.Error())) {
+                // Form-count mismatches, uncompiled references inside plural forms and
+                // numbers that a rule file's entries do not cover are logic errors; others
+                // are findings.
+                std::rethrow_exception(answer.exception);
             }
         }
     }

@@ -6,9 +6,11 @@
 // The parser may reject an input only with ParsingException (syntax error, duplicate key) or
 // run out of memory (std::bad_alloc). Anything else aborts, and so does a parse result that
 // breaks the grammar's guarantees, does not survive a print-and-parse round trip, or differs
-// in any way (outcome, entries, report) from the position-tracking parse of the same input.
+// in any way (outcome, entries, report) from the position-tracking parse of the same input or
+// from the parse into the runtime's compact store.
 
 #include "FuzzInput.h"
+#include "StringLocalizing/Model/CompactTexts.h"
 #include "StringLocalizing/Model/ResourceDictionary.h"
 #include "StringLocalizing/Model/Value.h"
 #include "StringLocalizing/Parsing/ParseLocFile.h"
@@ -194,9 +196,44 @@ Outcome RunParse(Parse parse, const std::u16string& text, const std::u16string& 
     return outcome;
 }
 
+void CompareWithCompactParse(const std::u16string& text, const Outcome& expected) {
+    Model::CompactTexts texts(text.size());
+    std::u16string report;
+    try {
+        Parsing::ParseLocFile(text, u"fuzz.lt", texts);
+    } catch (const Parsing::ParsingException& error) {
+        report = error.WideMessage();
+    }
+    if (report != expected.report) {
+        Fail("the compact store's parse gives a different report");
+    }
+    if (texts.Size() != expected.dictionary.size()) {
+        Fail("the compact store holds a different number of entries");
+    }
+    for (std::size_t position = 0; position < texts.Size(); ++position) {
+        const Model::CompactTexts::Entry entry = texts.EntryAt(position);
+        const auto found = expected.dictionary.find(std::u16string(entry.key));
+        Model::CompactTexts::Entry again;
+        if (found == expected.dictionary.end() || !texts.Find(entry.key, again) ||
+            again.key.data() != entry.key.data()) {
+            Fail("the compact store holds a key the dictionary lacks, or cannot find it");
+        }
+        const std::u16string* text = Model::PlainText(found->second);
+        if (entry.IsPlainText() ? text == nullptr || *text != entry.plainText
+                                : text != nullptr || !(*entry.value == found->second)) {
+            Fail("the compact store holds a different value");
+        }
+    }
+}
+
 void ParseAndCheck(const std::u16string& text) {
     static const std::u16string kFileName = u"fuzz.lt";
-    const Outcome fast = RunParse(Parsing::ParseLocFile, text, kFileName);
+    const Outcome fast = RunParse(
+        [](const std::u16string& text, const std::u16string& fileName,
+           Model::ResourceDictionary& dictionary) {
+            Parsing::ParseLocFile(text, fileName, dictionary);
+        },
+        text, kFileName);
 
     // The fast parse takes its reports from the position-tracking parse; both must accept the
     // same texts, keep the same entries and give the same report to the unit.
@@ -210,6 +247,9 @@ void ParseAndCheck(const std::u16string& text) {
     if (!(fast.dictionary == tracked.dictionary)) {
         Fail("the fast and the position-tracking parse give different dictionaries");
     }
+
+    // The runtime's compact store holds the same entries, in file order, and fails alike.
+    CompareWithCompactParse(text, fast);
 
     // The indexed parse for tools agrees too, except that it goes on past a key defined twice,
     // where the runtime's parse stops; every entry it records stands where its key is.

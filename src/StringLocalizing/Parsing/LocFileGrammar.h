@@ -6,7 +6,8 @@
 // for SourceIterator (the parse that builds reports) in LocFileGrammar.cpp.
 
 #include "StringLocalizing/Model/KeyCase.h"
-#include "StringLocalizing/Model/ResourceDictionary.h"
+#include "StringLocalizing/Model/Value.h"
+#include "StringLocalizing/Parsing/EntrySink.h"
 #include "StringLocalizing/Parsing/SourceIndexRecorder.h"
 #include "StringLocalizing/Parsing/WideSpaceParser.h"
 
@@ -25,20 +26,19 @@ namespace LocalizationManager::StringLocalizing::Parsing {
 // recursively inherits the same bound.
 constexpr int kMaxPluralNesting = 32;
 
-// Parses a whole localization file and adds each entry to the dictionary given at
-// construction as soon as it is parsed. Rule names appear in error reports. A grammar object
+// Parses a whole localization file and adds each entry to the sink given at construction as
+// soon as it is parsed. Rule names appear in error reports. A grammar object
 // serves one parse at a time (it counts the nesting depth of the parse in progress).
 //
 // With a recorder, the grammar reports where each part of the file stands, and a key defined
-// again is reported to the recorder instead of failing the parse (the dictionary keeps the
-// first definition). Without one, a key defined again throws DuplicateKeyException.
+// again is reported to the recorder instead of failing the parse (the sink keeps the first
+// definition). Without one, a key defined again throws DuplicateKeyException.
 template <typename Iterator>
 class LocFileGrammar : public boost::spirit::qi::grammar<Iterator> {
   public:
     using Skipper = WideSpaceParser;
 
-    explicit LocFileGrammar(Model::ResourceDictionary& dictionary,
-                            SourceIndexRecorder<Iterator>* recorder = nullptr);
+    explicit LocFileGrammar(EntrySink& sink, SourceIndexRecorder<Iterator>* recorder = nullptr);
 
     LocFileGrammar(const LocFileGrammar&) = delete;
     LocFileGrammar& operator=(const LocFileGrammar&) = delete;
@@ -47,7 +47,7 @@ class LocFileGrammar : public boost::spirit::qi::grammar<Iterator> {
     template <typename... Parameters>
     using Rule = boost::spirit::qi::rule<Iterator, Parameters...>;
 
-    Model::ResourceDictionary& dictionary_;
+    EntrySink& sink_;
     SourceIndexRecorder<Iterator>* const recorder_;
     // Keys and references are folded under the global locale of the parse.
     const Model::KeyCaseFolder keyCaseFolder_;
@@ -55,9 +55,11 @@ class LocFileGrammar : public boost::spirit::qi::grammar<Iterator> {
 
     // Made with the grammar, so it takes the runtime's whitespace as it is at the parse.
     const WideSpaceParser space_;
-    // The key of the entry being parsed, as written. One buffer serves every entry, so a key
-    // costs no allocation before it is folded and stored.
+    // The key of the entry being parsed, as written, and its folded form when folding changes
+    // it. One buffer of each serves every entry, so a key costs no allocation before it is
+    // stored.
     std::u16string entryKey_;
+    std::u16string foldedKey_;
 
     Rule<> locFile_;
     Rule<> comment_;

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "StringLocalizing/Model/KeyCase.h"
-#include "StringLocalizing/Parsing/AddResource.h"
 #include "StringLocalizing/Parsing/DuplicateKeyException.h"
 #include "StringLocalizing/Parsing/KeyParser.h"
 #include "StringLocalizing/Parsing/LocFileGrammar.h"
@@ -82,15 +81,16 @@ struct SetEntryKey {
 struct StoreEntry {
     using result_type = void;
     template <typename Recorder>
-    void operator()(Model::ResourceDictionary& dictionary,
-                    const Model::KeyCaseFolder& keyCaseFolder, const std::u16string& key,
-                    Model::Value& value, Recorder* recorder) const {
+    void operator()(EntrySink& sink, const Model::KeyCaseFolder& keyCaseFolder,
+                    const std::u16string& key, std::u16string& foldBuffer, Model::Value& value,
+                    Recorder* recorder) const {
+        const std::u16string_view lowerKey = keyCaseFolder.Fold(key, foldBuffer);
         if (recorder == nullptr) {
-            AddResource(dictionary, keyCaseFolder, key, std::move(value));
+            sink.Add(lowerKey, std::move(value));
             return;
         }
         try {
-            AddResource(dictionary, keyCaseFolder, key, std::move(value));
+            sink.Add(lowerKey, std::move(value));
         } catch (const DuplicateKeyException&) {
             recorder->Duplicate();
         }
@@ -121,11 +121,8 @@ struct BeginPlural {
 }  // namespace loc_file_actions
 
 template <typename Iterator>
-LocFileGrammar<Iterator>::LocFileGrammar(Model::ResourceDictionary& dictionary,
-                                         SourceIndexRecorder<Iterator>* recorder)
-    : LocFileGrammar::base_type(locFile_, "loc file"),
-      dictionary_(dictionary),
-      recorder_(recorder) {
+LocFileGrammar<Iterator>::LocFileGrammar(EntrySink& sink, SourceIndexRecorder<Iterator>* recorder)
+    : LocFileGrammar::base_type(locFile_, "loc file"), sink_(sink), recorder_(recorder) {
     namespace qi = boost::spirit::qi;
     namespace wide = boost::spirit::standard_wide;
     namespace phx = boost::phoenix;
@@ -148,8 +145,9 @@ LocFileGrammar<Iterator>::LocFileGrammar(Model::ResourceDictionary& dictionary,
     const auto indexRecorder = phx::val(recorder_);
 
     // Comments are skipped only between entries; inside an entry only whitespace is.
-    const auto storeParsedEntry = storeEntry(phx::ref(dictionary_), phx::cref(keyCaseFolder_),
-                                             phx::cref(entryKey_), _1, indexRecorder);
+    const auto storeParsedEntry =
+        storeEntry(phx::ref(sink_), phx::cref(keyCaseFolder_), phx::cref(entryKey_),
+                   phx::ref(foldedKey_), _1, indexRecorder);
     locFile_ = *(space_ | comment_) >>
                *(qi::skip(space_)[qi::raw[keyValueEntry_[storeParsedEntry]]
                                          [recordSpan(indexRecorder, SpanKind::kEntry, _1)]] >>

@@ -17,10 +17,12 @@
 
 namespace LocalizationManager::StringLocalizing::Parsing {
 
-void ParseLocFile(const std::u16string& text, const std::u16string& fileName,
-                  Model::ResourceDictionary& dictionary) {
+namespace {
+
+// The fast parse into any sink.
+void ParseInto(const std::u16string& text, const std::u16string& fileName, EntrySink& sink) {
     TextIterator first = text.begin();
-    LocFileGrammar<TextIterator> grammar(dictionary);
+    LocFileGrammar<TextIterator> grammar(sink);
     try {
         // The start rule either reaches the end of the text or throws, so the result of the
         // parse carries no information.
@@ -28,7 +30,7 @@ void ParseLocFile(const std::u16string& text, const std::u16string& fileName,
     } catch (const boost::spirit::qi::expectation_failure<TextIterator>&) {
         // The plain iterator knows no line or column. Both parses run the same grammar, so the
         // parse on the position iterator stops at the same element and throws the report;
-        // its entries go to a scratch dictionary, the caller's already holds them.
+        // its entries go to a scratch dictionary, the caller's store already holds them.
         Model::ResourceDictionary scratch;
         ParseLocFileWithPositions(text, fileName, scratch);
         throw std::logic_error(
@@ -36,6 +38,20 @@ void ParseLocFile(const std::u16string& text, const std::u16string& fileName,
     } catch (const DuplicateKeyException& duplicate) {
         throw ParsingException(duplicate);
     }
+}
+
+}  // namespace
+
+void ParseLocFile(const std::u16string& text, const std::u16string& fileName,
+                  Model::ResourceDictionary& dictionary) {
+    DictionarySink sink(dictionary);
+    ParseInto(text, fileName, sink);
+}
+
+void ParseLocFile(const std::u16string& text, const std::u16string& fileName,
+                  Model::CompactTexts& texts) {
+    CompactTextsSink sink(texts);
+    ParseInto(text, fileName, sink);
 }
 
 namespace {
@@ -46,7 +62,8 @@ void ParseWithPositions(const std::u16string& text, const std::u16string& fileNa
     const SourceIterator begin = MakeSourceBegin(text, fileName);
     SourceIterator first = begin;
     const SourceIterator last;
-    LocFileGrammar<SourceIterator> grammar(dictionary, recorder);
+    DictionarySink sink(dictionary);
+    LocFileGrammar<SourceIterator> grammar(sink, recorder);
     try {
         boost::spirit::qi::parse(first, last, grammar);
     } catch (const boost::spirit::qi::expectation_failure<SourceIterator>& failure) {
@@ -138,7 +155,8 @@ void ParseLocFileIndexed(const std::u16string& text, const std::u16string& fileN
                          Model::ResourceDictionary& dictionary, SourceIndex& index) {
     // The fast parse records offsets; one walk then finds their lines and columns.
     SourceIndexRecorder<TextIterator> recorder(index, text.begin());
-    LocFileGrammar<TextIterator> grammar(dictionary, &recorder);
+    DictionarySink sink(dictionary);
+    LocFileGrammar<TextIterator> grammar(sink, &recorder);
     TextIterator first = text.begin();
     try {
         boost::spirit::qi::parse(first, text.end(), grammar);

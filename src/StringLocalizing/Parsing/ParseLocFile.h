@@ -1,5 +1,6 @@
 #pragma once
 
+#include "StringLocalizing/Model/CompactTexts.h"
 #include "StringLocalizing/Model/ResourceDictionary.h"
 #include "StringLocalizing/Parsing/SourceIndex.h"
 
@@ -15,6 +16,10 @@ namespace LocalizationManager::StringLocalizing::Parsing {
 // After a failure the dictionary keeps the entries added before the failing one.
 void ParseLocFile(const std::u16string& text, const std::u16string& fileName,
                   Model::ResourceDictionary& dictionary);
+
+// The same parse into the runtime's compact store: the same entries, the same exceptions.
+void ParseLocFile(const std::u16string& text, const std::u16string& fileName,
+                  Model::CompactTexts& texts);
 
 // The same parse with line and column tracked at every step: same entries, same exceptions,
 // same reports, several times slower. ParseLocFile runs it only to build the report of a

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "StringLocalizing/Model/ResourceDictionary.h"
+#include "StringLocalizing/Model/CompactTexts.h"
 
 #include <boost/shared_ptr.hpp>
 
@@ -23,21 +23,21 @@ class CommonTexts {
     CommonTexts& operator=(const CommonTexts&) = delete;
 
     // The texts published last; null before the first Publish.
-    const boost::shared_ptr<const Model::ResourceDictionary>& Published() const noexcept {
+    const boost::shared_ptr<const Model::CompactTexts>& Published() const noexcept {
         return published_;
     }
 
     // Whether a pipeline must load the common texts: none were published, or only an empty
     // set (an empty common file is read again by the next pipeline).
-    bool NeedsLoading() const noexcept { return !published_ || published_->empty(); }
+    bool NeedsLoading() const noexcept { return !published_ || published_->Empty(); }
 
     // `compiled` must be compiled and is never changed afterwards.
-    void Publish(boost::shared_ptr<const Model::ResourceDictionary> compiled) noexcept {
+    void Publish(boost::shared_ptr<const Model::CompactTexts> compiled) noexcept {
         published_ = std::move(compiled);
     }
 
   private:
-    boost::shared_ptr<const Model::ResourceDictionary> published_;
+    boost::shared_ptr<const Model::CompactTexts> published_;
 };
 
 }  // namespace LocalizationManager::StringLocalizing::Pipeline

@@ -2,8 +2,10 @@
 
 // The steps that build the text engine of a scope, one function each. The pipeline is made of
 // them, and tools that check or explain a localization tree call the same functions, so that
-// they see exactly what a request would.
+// they see exactly what a request would. Texts come in two stores, compiled by the same
+// compiler: the dictionary that tools read, and the compact store that the pipeline keeps.
 
+#include "StringLocalizing/Model/CompactTexts.h"
 #include "StringLocalizing/Model/IPluralFormRules.h"
 #include "StringLocalizing/Model/PluralFormRuleId.h"
 #include "StringLocalizing/Model/ResourceDictionary.h"
@@ -40,6 +42,11 @@ boost::shared_ptr<Model::ResourceDictionary> LoadScopeTexts(
     IResourceProvider& resourceProvider, const std::u16string& scope,
     const localization_manager::Culture& culture);
 
+// LoadScopeTexts into the compact store.
+boost::shared_ptr<Model::CompactTexts> LoadCompactTexts(
+    IResourceProvider& resourceProvider, const std::u16string& scope,
+    const localization_manager::Culture& culture);
+
 // Compiles the common texts of a culture in place; their references reach only their own keys.
 // The compiler's errors pass through.
 void CompileCommonTexts(const boost::shared_ptr<Model::ResourceDictionary>& commonTexts);
@@ -49,5 +56,10 @@ void CompileCommonTexts(const boost::shared_ptr<Model::ResourceDictionary>& comm
 void CompileScopeTexts(
     const boost::shared_ptr<Model::ResourceDictionary>& scopeTexts,
     const boost::shared_ptr<const Model::ResourceDictionary>& compiledCommonTexts);
+
+// The same two compilations of the compact store: its composite values are expanded in place.
+void CompileCommonTexts(const boost::shared_ptr<Model::CompactTexts>& commonTexts);
+void CompileScopeTexts(const boost::shared_ptr<Model::CompactTexts>& scopeTexts,
+                       const boost::shared_ptr<const Model::CompactTexts>& compiledCommonTexts);
 
 }  // namespace LocalizationManager::StringLocalizing::Pipeline

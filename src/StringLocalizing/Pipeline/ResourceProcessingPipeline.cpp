@@ -38,11 +38,11 @@ ResourceProcessingPipeline::ResourceProcessingPipeline(
         *ULO_REQUIRE_NOT_NULL_AT(commonResourceDictionary, kSourceText, kCommonDictionaryCheckLine);
     // The first pipeline of a culture loads the common texts; an empty common file leaves them
     // empty, so the next pipeline reads it again.
-    boost::shared_ptr<Model::ResourceDictionary> loadedCommonTexts;
+    boost::shared_ptr<Model::CompactTexts> loadedCommonTexts;
     if (commonTexts.NeedsLoading()) {
-        loadedCommonTexts = LoadScopeTexts(provider, commonScope, culture);
+        loadedCommonTexts = LoadCompactTexts(provider, commonScope, culture);
     }
-    resourceDictionary_ = LoadScopeTexts(provider, scope, culture);
+    resourceDictionary_ = LoadCompactTexts(provider, scope, culture);
     if (loadedCommonTexts) {
         CompileCommonTexts(loadedCommonTexts);
         commonTexts.Publish(loadedCommonTexts);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "StringLocalizing/Model/ResourceDictionary.h"
+#include "StringLocalizing/Model/CompactTexts.h"
 #include "StringLocalizing/Pipeline/CommonTexts.h"
 #include "StringLocalizing/Pipeline/IResourceProvider.h"
 #include "StringLocalizing/Resolving/IParamResolver.h"
@@ -53,8 +53,8 @@ class ResourceProcessingPipeline {
   private:
     boost::shared_ptr<Resolving::IParamResolver> paramResolver_;
     boost::shared_ptr<Resolving::IPluralResolver> pluralResolver_;
-    boost::shared_ptr<Model::ResourceDictionary> resourceDictionary_;
-    boost::shared_ptr<const Model::ResourceDictionary> commonResourceDictionary_;
+    boost::shared_ptr<Model::CompactTexts> resourceDictionary_;
+    boost::shared_ptr<const Model::CompactTexts> commonResourceDictionary_;
     boost::shared_ptr<Resolving::IStringProvider> stringProvider_;
 };
 

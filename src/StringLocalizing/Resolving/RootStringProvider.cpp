@@ -6,7 +6,7 @@ namespace LocalizationManager::StringLocalizing::Resolving {
 
 RootStringProvider::RootStringProvider(
     const boost::shared_ptr<IKeyResolver>& keyResolver,
-    const boost::shared_ptr<const Model::ResourceDictionary>& commonResourceDictionary)
+    const boost::shared_ptr<const Model::CompactTexts>& commonResourceDictionary)
     : StringProviderBase(keyResolver, commonResourceDictionary) {}
 
 std::u16string RootStringProvider::OnKeyNotFound(const std::u16string& key) const {

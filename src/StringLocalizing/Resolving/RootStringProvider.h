@@ -4,12 +4,12 @@
 
 namespace LocalizationManager::StringLocalizing::Resolving {
 
-// The last provider of a chain, over the common dictionary: a key it lacks is missing.
+// The last provider of a chain, over the common texts: a key they lack is missing.
 class RootStringProvider : public StringProviderBase {
   public:
     RootStringProvider(
         const boost::shared_ptr<IKeyResolver>& keyResolver,
-        const boost::shared_ptr<const Model::ResourceDictionary>& commonResourceDictionary);
+        const boost::shared_ptr<const Model::CompactTexts>& commonResourceDictionary);
 
   protected:
     // Throws Model::KeyNotFoundException ("Key '<lower-cased key>' not found").

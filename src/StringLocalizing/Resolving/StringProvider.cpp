@@ -6,7 +6,7 @@ namespace LocalizationManager::StringLocalizing::Resolving {
 
 StringProvider::StringProvider(
     const boost::shared_ptr<IKeyResolver>& keyResolver,
-    const boost::shared_ptr<const Model::ResourceDictionary>& resourceDictionary,
+    const boost::shared_ptr<const Model::CompactTexts>& resourceDictionary,
     const boost::shared_ptr<IStringProvider>& parentStringProvider)
     : StringProviderBase(keyResolver, resourceDictionary),
       parentStringProvider_(ULO_REQUIRE_NOT_NULL(parentStringProvider)) {}

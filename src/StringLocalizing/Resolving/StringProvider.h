@@ -4,14 +4,14 @@
 
 namespace LocalizationManager::StringLocalizing::Resolving {
 
-// A provider over a scope's dictionary: a key it lacks is asked of its parent (the provider
-// over the common dictionary), so the scope's texts come first.
+// A provider over a scope's texts: a key they lack is asked of its parent (the provider over
+// the common texts), so the scope's texts come first.
 class StringProvider : public StringProviderBase {
   public:
     // Throws the null-pointer contract exception for a null argument: keyResolver, then
     // resourceDictionary, then parentStringProvider.
     StringProvider(const boost::shared_ptr<IKeyResolver>& keyResolver,
-                   const boost::shared_ptr<const Model::ResourceDictionary>& resourceDictionary,
+                   const boost::shared_ptr<const Model::CompactTexts>& resourceDictionary,
                    const boost::shared_ptr<IStringProvider>& parentStringProvider);
 
   protected:

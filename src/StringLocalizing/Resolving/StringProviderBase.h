@@ -1,21 +1,17 @@
 #pragma once
 
+#include "StringLocalizing/Model/CompactTexts.h"
 #include "StringLocalizing/Model/KeyCase.h"
-#include "StringLocalizing/Model/ResourceDictionary.h"
 #include "StringLocalizing/Resolving/IKeyResolver.h"
 #include "StringLocalizing/Resolving/IStringProvider.h"
-#include "StringLocalizing/Resolving/KeyIndex.h"
 
 #include <boost/shared_ptr.hpp>
 
 namespace LocalizationManager::StringLocalizing::Resolving {
 
-// Looks a key up, lower-cased, in one compiled dictionary and resolves its value; what
-// happens to a key the dictionary lacks is the subclass's choice. Immutable; shares its
-// resolver and dictionary.
-//
-// Lookups go through a hash index made at construction, so the dictionary must be compiled
-// by then and never change afterwards.
+// Looks a key up, lower-cased, in one compiled store of texts and resolves its value; what
+// happens to a key the store lacks is the subclass's choice. Immutable; shares its resolver
+// and store, which must be compiled by construction and never change afterwards.
 class StringProviderBase : public IStringProvider {
   public:
     std::u16string GetString(const std::u16string& key) const override;
@@ -23,11 +19,10 @@ class StringProviderBase : public IStringProvider {
 
   protected:
     // Throws the null-pointer contract exception for a null argument, keyResolver first.
-    StringProviderBase(
-        const boost::shared_ptr<IKeyResolver>& keyResolver,
-        const boost::shared_ptr<const Model::ResourceDictionary>& resourceDictionary);
+    StringProviderBase(const boost::shared_ptr<IKeyResolver>& keyResolver,
+                       const boost::shared_ptr<const Model::CompactTexts>& resourceDictionary);
 
-    // The text for a key that the dictionary lacks, or an exception. `key` is lower-cased.
+    // The text for a key that the store lacks, or an exception. `key` is lower-cased.
     virtual std::u16string OnKeyNotFound(const std::u16string& key) const = 0;
 
     // OnKeyNotFound for GetStringView, which every request goes through. By default
@@ -37,9 +32,8 @@ class StringProviderBase : public IStringProvider {
 
   private:
     const boost::shared_ptr<IKeyResolver> keyResolver_;
-    const boost::shared_ptr<const Model::ResourceDictionary> resourceDictionary_;
+    const boost::shared_ptr<const Model::CompactTexts> resourceDictionary_;
     const Model::KeyCaseFolder keyCaseFolder_;
-    const KeyIndex index_;
 };
 
 }  // namespace LocalizationManager::StringLocalizing::Resolving

@@ -1,11 +1,10 @@
 // The resolving chain as the engine builds it for a scope: parse, compile against the common
 // texts, then a StringProvider over the scope with a RootStringProvider over the common texts.
 
-#include "StringLocalizing/Compiling/ResourceCompiler.h"
-#include "StringLocalizing/Compiling/RootExpressionProvider.h"
 #include "StringLocalizing/Model/KeyNotFoundException.h"
 #include "StringLocalizing/Model/PluralFormRules.h"
 #include "StringLocalizing/Parsing/ParseLocFile.h"
+#include "StringLocalizing/Pipeline/PipelineSteps.h"
 #include "StringLocalizing/Resolving/KeyResolver.h"
 #include "StringLocalizing/Resolving/PluralResolver.h"
 #include "StringLocalizing/Resolving/RootStringProvider.h"
@@ -21,15 +20,15 @@
 namespace LocalizationManager::StringLocalizing::Resolving {
 namespace {
 
-using Model::ResourceDictionary;
+using Model::CompactTexts;
 using Testing::FakeParamResolver;
 
 constexpr std::int32_t kRussian = 26;
 
-boost::shared_ptr<ResourceDictionary> Parse(const std::u16string& text) {
-    auto dictionary = boost::make_shared<ResourceDictionary>();
-    Parsing::ParseLocFile(text, u"test.lt", *dictionary);
-    return dictionary;
+boost::shared_ptr<CompactTexts> Parse(const std::u16string& text) {
+    auto texts = boost::make_shared<CompactTexts>();
+    Parsing::ParseLocFile(text, u"test.lt", *texts);
+    return texts;
 }
 
 struct ScopeChain {
@@ -39,10 +38,8 @@ struct ScopeChain {
     ScopeChain(const std::u16string& commonText, const std::u16string& scopeText) {
         const auto common = Parse(commonText);
         const auto scope = Parse(scopeText);
-        const auto commonCompiler = boost::make_shared<Compiling::ResourceCompiler>(
-            boost::make_shared<Compiling::RootExpressionProvider>());
-        commonCompiler->Compile(common);
-        Compiling::ResourceCompiler(commonCompiler).Compile(scope);
+        Pipeline::CompileCommonTexts(common);
+        Pipeline::CompileScopeTexts(scope, common);
 
         const auto plurals = boost::make_shared<PluralResolver>(
             params, Model::PluralFormRuleId{kRussian, ""}, Model::CreatePluralFormRules());
@@ -96,7 +93,7 @@ TEST(StringProvider, FailingEntryIsNotLookedUpInTheParent) {
 TEST(StringProvider, NullArgumentsViolateTheContract) {
     using NullArgument =
         code_contracts::NullPointerException<code_contracts::RequireViolationException>;
-    const auto dictionary = boost::make_shared<ResourceDictionary>();
+    const auto dictionary = boost::make_shared<CompactTexts>();
     const ScopeChain chain(u"", u"");
     const auto keys = boost::make_shared<KeyResolver>(
         chain.params,

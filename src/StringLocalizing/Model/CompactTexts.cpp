@@ -1,0 +1,164 @@
+#include "StringLocalizing/Model/CompactTexts.h"
+
+#include <cstring>
+#include <limits>
+#include <stdexcept>
+#include <utility>
+
+namespace LocalizationManager::StringLocalizing::Model {
+
+namespace {
+
+constexpr std::uint64_t kMultiplier = 0xBF58476D1CE4E5B9u;
+constexpr std::size_t kInitialSlots = 16;
+
+std::uint64_t Mix(std::uint64_t state, std::uint64_t word) noexcept {
+    state = (state ^ word) * kMultiplier;
+    return state ^ (state >> 31);
+}
+
+std::uint32_t HighHalf(std::uint64_t hash) noexcept {
+    return static_cast<std::uint32_t>(hash >> 32);
+}
+
+std::uint32_t CheckedUnits(std::size_t units) {
+    if (units > std::numeric_limits<std::uint32_t>::max()) {
+        throw std::length_error("localization texts too long to store (4 Gi units or more)");
+    }
+    return static_cast<std::uint32_t>(units);
+}
+
+}  // namespace
+
+CompactTexts::CompactTexts(std::size_t sourceUnits)
+    : slots_(kInitialSlots), mask_(kInitialSlots - 1) {
+    // Reserved, not written: the pages that no key or text reaches are never touched.
+    units_.reserve(sourceUnits);
+}
+
+bool CompactTexts::Add(std::u16string_view lowerKey, Value&& value) {
+    const std::uint64_t hash = Hash(lowerKey);
+    std::size_t slot = SlotOf(lowerKey, hash);
+    if (slots_[slot].record != 0) {
+        return false;
+    }
+    // At most four fifths full, so that probe sequences stay short.
+    if ((records_.size() + 1) * 5 > slots_.size() * 4) {
+        GrowTable();
+        slot = SlotOf(lowerKey, hash);
+    }
+    const std::u16string* text = PlainText(value);
+    Record record{};
+    record.keyLength = CheckedUnits(lowerKey.size());
+    if (text != nullptr) {
+        record.textLength = CheckedUnits(text->size());
+        record.offset = Append(lowerKey, *text);
+        record.composite = kNoComposite;
+    } else {
+        record.offset = Append(lowerKey, {});
+        const auto inserted = composites_.emplace(std::u16string(lowerKey), std::move(value));
+        compositeValues_.push_back(&inserted.first->second);
+        record.composite = static_cast<std::uint32_t>(compositeValues_.size());
+    }
+    records_.push_back(record);
+    slots_[slot] = Slot{HighHalf(hash), static_cast<std::uint32_t>(records_.size())};
+    return true;
+}
+
+bool CompactTexts::Find(std::u16string_view lowerKey, Entry& entry) const noexcept {
+    const Slot& slot = slots_[SlotOf(lowerKey, Hash(lowerKey))];
+    if (slot.record == 0) {
+        return false;
+    }
+    entry = EntryAt(slot.record - 1);
+    return true;
+}
+
+CompactTexts::Entry CompactTexts::EntryAt(std::size_t position) const noexcept {
+    const Record& record = records_[position];
+    Entry entry;
+    entry.key = KeyOf(record);
+    if (record.composite == kNoComposite) {
+        entry.plainText = {units_.data() + record.offset + record.keyLength, record.textLength};
+    } else {
+        entry.value = compositeValues_[record.composite - 1];
+    }
+    return entry;
+}
+
+std::u16string_view CompactTexts::KeyOf(const Record& record) const noexcept {
+    return {units_.data() + record.offset, record.keyLength};
+}
+
+std::size_t CompactTexts::SlotOf(std::u16string_view key, std::uint64_t hash) const noexcept {
+    const std::uint32_t tag = HighHalf(hash);
+    // Open addressing with linear probing; the table always has a free place.
+    for (std::size_t position = hash & mask_;; position = (position + 1) & mask_) {
+        const Slot& slot = slots_[position];
+        if (slot.record == 0) {
+            return position;
+        }
+        if (slot.hashTag != tag) {
+            continue;
+        }
+        const std::u16string_view stored = KeyOf(records_[slot.record - 1]);
+        // Bytes, not units: memcmp compares them many at a time.
+        if (stored.size() == key.size() &&
+            (key.empty() ||
+             std::memcmp(stored.data(), key.data(), key.size() * sizeof(char16_t)) == 0)) {
+            return position;
+        }
+    }
+}
+
+void CompactTexts::GrowTable() {
+    std::vector<Slot> grown(slots_.size() * 2);
+    const std::size_t mask = grown.size() - 1;
+    for (const Slot& slot : slots_) {
+        if (slot.record == 0) {
+            continue;
+        }
+        // Every key is stored once, so its place is the first free one of its sequence.
+        std::size_t position = Hash(KeyOf(records_[slot.record - 1])) & mask;
+        while (grown[position].record != 0) {
+            position = (position + 1) & mask;
+        }
+        grown[position] = slot;
+    }
+    slots_.swap(grown);
+    mask_ = mask;
+}
+
+std::uint32_t CompactTexts::Append(std::u16string_view key, std::u16string_view text) {
+    const std::uint32_t offset = CheckedUnits(units_.size());
+    CheckedUnits(units_.size() + key.size() + text.size());
+    units_.insert(units_.end(), key.begin(), key.end());
+    units_.insert(units_.end(), text.begin(), text.end());
+    return offset;
+}
+
+std::uint64_t CompactTexts::Hash(std::u16string_view key) noexcept {
+    // Eight bytes at a time, the last eight overlapping the ones before: keys are short, and a
+    // request hashes one every time.
+    const auto* bytes = reinterpret_cast<const unsigned char*>(key.data());
+    const std::size_t size = key.size() * sizeof(char16_t);
+    std::uint64_t state = 0x9E3779B97F4A7C15u ^ size;
+    std::uint64_t word = 0;
+    if (size < sizeof word) {
+        for (std::size_t index = 0; index < key.size(); ++index) {
+            word |= static_cast<std::uint64_t>(key[index]) << (16 * index);
+        }
+        state = Mix(state, word);
+    } else {
+        for (std::size_t offset = 0; offset + sizeof word < size; offset += sizeof word) {
+            std::memcpy(&word, bytes + offset, sizeof word);
+            state = Mix(state, word);
+        }
+        std::memcpy(&word, bytes + size - sizeof word, sizeof word);
+        state = Mix(state, word);
+    }
+    state *= 0x94D049BB133111EBu;
+    return state ^ (state >> 32);
+}
+
+}  // namespace LocalizationManager::StringLocalizing::Model

@@ -1,0 +1,30 @@
+#include "StringLocalizing/Parsing/EntrySink.h"
+
+#include "StringLocalizing/Parsing/DuplicateKeyException.h"
+
+#include <iterator>
+#include <utility>
+
+namespace LocalizationManager::StringLocalizing::Parsing {
+
+void DictionarySink::Add(std::u16string_view lowerKey, Model::Value&& value) {
+    std::u16string key(lowerKey);
+    // Files are often written in key order, as tools write them: a key after the last one
+    // cannot be a duplicate and goes in at the end without a search.
+    auto position = dictionary_.end();
+    if (!dictionary_.empty() && !(std::prev(position)->first < key)) {
+        position = dictionary_.lower_bound(key);
+        if (position != dictionary_.end() && position->first == key) {
+            throw DuplicateKeyException(key);
+        }
+    }
+    dictionary_.emplace_hint(position, std::move(key), std::move(value));
+}
+
+void CompactTextsSink::Add(std::u16string_view lowerKey, Model::Value&& value) {
+    if (!texts_.Add(lowerKey, std::move(value))) {
+        throw DuplicateKeyException(std::u16string(lowerKey));
+    }
+}
+
+}  // namespace LocalizationManager::StringLocalizing::Parsing

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "StringLocalizing/Model/CompactTexts.h"
+#include "StringLocalizing/Model/ResourceDictionary.h"
+
+#include <string_view>
+
+namespace LocalizationManager::StringLocalizing::Parsing {
+
+// Where the grammar puts each entry as soon as it is parsed: the dictionary that tools and the
+// compiler's tests work on, or the compact store of the runtime. Both refuse a key defined
+// twice the same way, so a file fails at the same entry whichever it is parsed into.
+class EntrySink {
+  public:
+    // Adds an entry under `lowerKey` (already lower-cased), taking over `value`. A key already
+    // present throws DuplicateKeyException and leaves the store and `value` as they were.
+    virtual void Add(std::u16string_view lowerKey, Model::Value&& value) = 0;
+
+  protected:
+    EntrySink() = default;
+    EntrySink(const EntrySink&) = default;
+    EntrySink& operator=(const EntrySink&) = default;
+    ~EntrySink() = default;
+};
+
+class DictionarySink final : public EntrySink {
+  public:
+    explicit DictionarySink(Model::ResourceDictionary& dictionary) : dictionary_(dictionary) {}
+    void Add(std::u16string_view lowerKey, Model::Value&& value) override;
+
+  private:
+    Model::ResourceDictionary& dictionary_;
+};
+
+class CompactTextsSink final : public EntrySink {
+  public:
+    explicit CompactTextsSink(Model::CompactTexts& texts) : texts_(texts) {}
+    void Add(std::u16string_view lowerKey, Model::Value&& value) override;
+
+  private:
+    Model::CompactTexts& texts_;
+};
+
+}  // namespace LocalizationManager::StringLocalizing::Parsing

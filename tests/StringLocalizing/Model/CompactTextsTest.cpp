@@ -1,0 +1,131 @@
+#include "StringLocalizing/Model/CompactTexts.h"
+#include "ulo/rtl/TextConversion.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace LocalizationManager::StringLocalizing::Model {
+namespace {
+
+Value Text(const std::u16string& text) {
+    return Value{{text}};
+}
+
+std::u16string Numbered(const char16_t* prefix, int number) {
+    const std::string digits = std::to_string(number);
+    return prefix + std::u16string(digits.begin(), digits.end());
+}
+
+TEST(CompactTexts, FindsExactlyTheStoredKeys) {
+    // Lengths around the eight-byte steps of the hash, a key that is a prefix of another, and
+    // keys that differ only in their last unit.
+    const std::u16string keys[] = {u"",
+                                   u"a",
+                                   u"abc",
+                                   u"abcd",
+                                   u"abcde",
+                                   u"abcdefgh",
+                                   u"abcdefghi",
+                                   u"key_00001",
+                                   u"key_00002",
+                                   u"\xD83D\xDE00",
+                                   u"a_key_of_sixteen",
+                                   u"a_key_longer_than_twenty_units"};
+    CompactTexts texts;
+    for (const std::u16string& key : keys) {
+        ASSERT_TRUE(texts.Add(key, Text(u"text of " + key)));
+    }
+    EXPECT_EQ(std::size(keys), texts.Size());
+    for (const std::u16string& key : keys) {
+        CompactTexts::Entry entry;
+        ASSERT_TRUE(texts.Find(key, entry)) << ulo::WideToUtf8(key);
+        EXPECT_EQ(key, entry.key);
+        EXPECT_EQ(u"text of " + key, entry.plainText);
+    }
+    for (const std::u16string absent :
+         {u"ab", u"abcdefg", u"key_0000", u"key_00003", u"Key_00001", u"key_000010", u"\xD83D",
+          u"a_key_of_sixteem", u"a_key_of_sixteen_"}) {
+        CompactTexts::Entry entry;
+        EXPECT_FALSE(texts.Find(absent, entry)) << ulo::WideToUtf8(absent);
+    }
+}
+
+TEST(CompactTexts, KeepsOtherValuesAsValuesForTheCompiler) {
+    CompactTexts texts;
+    texts.Add(u"plain", Text(u"Loaded"));
+    texts.Add(u"empty", Text(u""));
+    const Value param{{Param{u"n"}}};
+    const Value two{{std::u16string(u"a"), std::u16string(u"b")}};
+    texts.Add(u"param", Value(param));
+    texts.Add(u"two", Value(two));
+    texts.Add(u"none", Value{});
+
+    CompactTexts::Entry entry;
+    ASSERT_TRUE(texts.Find(u"empty", entry));
+    EXPECT_TRUE(entry.IsPlainText());
+    EXPECT_EQ(u"", entry.plainText);
+    ASSERT_EQ(3u, texts.Composites().size());
+    ASSERT_TRUE(texts.Find(u"param", entry));
+    EXPECT_FALSE(entry.IsPlainText());
+    EXPECT_EQ(param, *entry.value);
+    // The entry refers to the value the compiler changes, not to a copy.
+    EXPECT_EQ(&texts.Composites().at(u"two"), (texts.Find(u"two", entry), entry.value));
+    EXPECT_EQ(two, texts.Composites().at(u"two"));
+    ASSERT_TRUE(texts.Find(u"plain", entry));
+    EXPECT_EQ(u"Loaded", entry.plainText);
+}
+
+TEST(CompactTexts, RefusesAKeyAddedAgainAndKeepsTheFirst) {
+    CompactTexts texts;
+    ASSERT_TRUE(texts.Add(u"key", Text(u"first")));
+    ASSERT_TRUE(texts.Add(u"ref", Value{{KeyRef{u"key"}}}));
+    Value again = Text(u"second");
+    EXPECT_FALSE(texts.Add(u"key", std::move(again)));
+    EXPECT_EQ(Text(u"second"), again) << "a refused value is left to the caller";
+    Value composite{{Param{u"p"}}};
+    EXPECT_FALSE(texts.Add(u"ref", std::move(composite)));
+    EXPECT_EQ(Value{{Param{u"p"}}}, composite);
+
+    EXPECT_EQ(2u, texts.Size());
+    EXPECT_EQ(1u, texts.Composites().size());
+    CompactTexts::Entry entry;
+    ASSERT_TRUE(texts.Find(u"key", entry));
+    EXPECT_EQ(u"first", entry.plainText);
+}
+
+TEST(CompactTexts, ManyKeysStayFindableInTheOrderAdded) {
+    // Enough keys that the table grows many times and keys probe past each other; the texts
+    // outgrow the room reserved for them.
+    CompactTexts texts(16);
+    for (int number = 0; number < 20000; number += 2) {
+        const std::u16string key = Numbered(u"k", number);
+        Value value = number % 6 == 0 ? Value{{Param{key}}} : Text(Numbered(u"text ", number));
+        ASSERT_TRUE(texts.Add(key, std::move(value)));
+    }
+    for (int number = 0; number < 20000; ++number) {
+        CompactTexts::Entry entry;
+        const bool found = texts.Find(Numbered(u"k", number), entry);
+        ASSERT_EQ(number % 2 == 0, found) << number;
+        if (found && number % 6 != 0) {
+            EXPECT_EQ(Numbered(u"text ", number), entry.plainText);
+        }
+    }
+    ASSERT_EQ(10000u, texts.Size());
+    for (std::size_t position = 0; position < texts.Size(); ++position) {
+        const CompactTexts::Entry entry = texts.EntryAt(position);
+        EXPECT_EQ(Numbered(u"k", static_cast<int>(2 * position)), entry.key);
+        EXPECT_EQ(position % 3 != 0, entry.IsPlainText()) << position;
+    }
+}
+
+TEST(CompactTexts, EmptyStoreFindsNothing) {
+    const CompactTexts texts;
+    CompactTexts::Entry entry;
+    EXPECT_TRUE(texts.Empty());
+    EXPECT_FALSE(texts.Find(u"key", entry));
+    EXPECT_FALSE(texts.Find(u"", entry));
+}
+
+}  // namespace
+}  // namespace LocalizationManager::StringLocalizing::Model
