@@ -210,8 +210,7 @@ void CompareWithCompactParse(const std::u16string& text, const Outcome& expected
     if (texts.Size() != expected.dictionary.size()) {
         Fail("the compact store holds a different number of entries");
     }
-    for (std::size_t position = 0; position < texts.Size(); ++position) {
-        const Model::CompactTexts::Entry entry = texts.EntryAt(position);
+    for (const Model::CompactTexts::Entry& entry : texts.Entries()) {
         const auto found = expected.dictionary.find(std::u16string(entry.key));
         Model::CompactTexts::Entry again;
         if (found == expected.dictionary.end() || !texts.Find(entry.key, again) ||
@@ -248,7 +247,7 @@ void ParseAndCheck(const std::u16string& text) {
         Fail("the fast and the position-tracking parse give different dictionaries");
     }
 
-    // The runtime's compact store holds the same entries, in file order, and fails alike.
+    // The runtime's compact store holds the same entries and fails alike.
     CompareWithCompactParse(text, fast);
 
     // The indexed parse for tools agrees too, except that it goes on past a key defined twice,

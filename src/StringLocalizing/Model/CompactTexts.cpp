@@ -21,8 +21,9 @@ std::uint32_t HighHalf(std::uint64_t hash) noexcept {
     return static_cast<std::uint32_t>(hash >> 32);
 }
 
+// Offsets and lengths in units_ stay below the offset that marks a free slot.
 std::uint32_t CheckedUnits(std::size_t units) {
-    if (units > std::numeric_limits<std::uint32_t>::max()) {
+    if (units >= std::numeric_limits<std::uint32_t>::max()) {
         throw std::length_error("localization texts too long to store (4 Gi units or more)");
     }
     return static_cast<std::uint32_t>(units);
@@ -38,70 +39,86 @@ CompactTexts::CompactTexts(std::size_t sourceUnits)
 
 bool CompactTexts::Add(std::u16string_view lowerKey, Value&& value) {
     const std::uint64_t hash = Hash(lowerKey);
-    std::size_t slot = SlotOf(lowerKey, hash);
-    if (slots_[slot].record != 0) {
+    std::size_t position = SlotOf(lowerKey, hash);
+    if (!slots_[position].IsFree()) {
         return false;
     }
+    if (lowerKey.size() >= Slot::kComposite) {
+        throw std::length_error("localization key too long to store (2 Gi units or more)");
+    }
     // At most four fifths full, so that probe sequences stay short.
-    if ((records_.size() + 1) * 5 > slots_.size() * 4) {
+    if ((size_ + 1) * 5 > slots_.size() * 4) {
         GrowTable();
-        slot = SlotOf(lowerKey, hash);
+        position = SlotOf(lowerKey, hash);
     }
-    const std::u16string* text = PlainText(value);
-    Record record{};
-    record.keyLength = CheckedUnits(lowerKey.size());
-    if (text != nullptr) {
-        record.textLength = CheckedUnits(text->size());
-        record.offset = Append(lowerKey, *text);
-        record.composite = kNoComposite;
+    Slot slot;
+    slot.hashTag = HighHalf(hash);
+    slot.keyLength = static_cast<std::uint32_t>(lowerKey.size());
+    if (const std::u16string* text = PlainText(value)) {
+        slot.textOrComposite = CheckedUnits(text->size());
+        slot.offset = Append(lowerKey, *text);
     } else {
-        record.offset = Append(lowerKey, {});
+        slot.offset = Append(lowerKey, {});
         const auto inserted = composites_.emplace(std::u16string(lowerKey), std::move(value));
+        slot.keyLength |= Slot::kComposite;
+        slot.textOrComposite = static_cast<std::uint32_t>(compositeValues_.size());
         compositeValues_.push_back(&inserted.first->second);
-        record.composite = static_cast<std::uint32_t>(compositeValues_.size());
     }
-    records_.push_back(record);
-    slots_[slot] = Slot{HighHalf(hash), static_cast<std::uint32_t>(records_.size())};
+    slots_[position] = slot;
+    ++size_;
     return true;
 }
 
 bool CompactTexts::Find(std::u16string_view lowerKey, Entry& entry) const noexcept {
     const Slot& slot = slots_[SlotOf(lowerKey, Hash(lowerKey))];
-    if (slot.record == 0) {
+    if (slot.IsFree()) {
         return false;
     }
-    entry = EntryAt(slot.record - 1);
+    entry = EntryOf(slot);
     return true;
 }
 
-CompactTexts::Entry CompactTexts::EntryAt(std::size_t position) const noexcept {
-    const Record& record = records_[position];
+std::vector<CompactTexts::Entry> CompactTexts::Entries() const {
+    std::vector<Entry> entries;
+    entries.reserve(size_);
+    for (const Slot& slot : slots_) {
+        if (!slot.IsFree()) {
+            entries.push_back(EntryOf(slot));
+        }
+    }
+    return entries;
+}
+
+[[gnu::always_inline]] inline CompactTexts::Entry CompactTexts::EntryOf(
+    const Slot& slot) const noexcept {
     Entry entry;
-    entry.key = KeyOf(record);
-    if (record.composite == kNoComposite) {
-        entry.plainText = {units_.data() + record.offset + record.keyLength, record.textLength};
+    entry.key = KeyOf(slot);
+    if (slot.IsComposite()) {
+        entry.value = compositeValues_[slot.textOrComposite];
     } else {
-        entry.value = compositeValues_[record.composite - 1];
+        entry.plainText = {entry.key.data() + entry.key.size(), slot.textOrComposite};
     }
     return entry;
 }
 
-std::u16string_view CompactTexts::KeyOf(const Record& record) const noexcept {
-    return {units_.data() + record.offset, record.keyLength};
+[[gnu::always_inline]] inline std::u16string_view CompactTexts::KeyOf(
+    const Slot& slot) const noexcept {
+    return {units_.data() + slot.offset, slot.keyLength & ~Slot::kComposite};
 }
 
-std::size_t CompactTexts::SlotOf(std::u16string_view key, std::uint64_t hash) const noexcept {
+[[gnu::always_inline]] inline std::size_t CompactTexts::SlotOf(std::u16string_view key,
+                                                               std::uint64_t hash) const noexcept {
     const std::uint32_t tag = HighHalf(hash);
     // Open addressing with linear probing; the table always has a free place.
     for (std::size_t position = hash & mask_;; position = (position + 1) & mask_) {
         const Slot& slot = slots_[position];
-        if (slot.record == 0) {
+        if (slot.IsFree()) {
             return position;
         }
         if (slot.hashTag != tag) {
             continue;
         }
-        const std::u16string_view stored = KeyOf(records_[slot.record - 1]);
+        const std::u16string_view stored = KeyOf(slot);
         // Bytes, not units: memcmp compares them many at a time.
         if (stored.size() == key.size() &&
             (key.empty() ||
@@ -115,12 +132,12 @@ void CompactTexts::GrowTable() {
     std::vector<Slot> grown(slots_.size() * 2);
     const std::size_t mask = grown.size() - 1;
     for (const Slot& slot : slots_) {
-        if (slot.record == 0) {
+        if (slot.IsFree()) {
             continue;
         }
         // Every key is stored once, so its place is the first free one of its sequence.
-        std::size_t position = Hash(KeyOf(records_[slot.record - 1])) & mask;
-        while (grown[position].record != 0) {
+        std::size_t position = Hash(KeyOf(slot)) & mask;
+        while (!grown[position].IsFree()) {
             position = (position + 1) & mask;
         }
         grown[position] = slot;
@@ -137,7 +154,7 @@ std::uint32_t CompactTexts::Append(std::u16string_view key, std::u16string_view 
     return offset;
 }
 
-std::uint64_t CompactTexts::Hash(std::u16string_view key) noexcept {
+[[gnu::always_inline]] inline std::uint64_t CompactTexts::Hash(std::u16string_view key) noexcept {
     // Eight bytes at a time, the last eight overlapping the ones before: keys are short, and a
     // request hashes one every time.
     const auto* bytes = reinterpret_cast<const unsigned char*>(key.data());

@@ -11,10 +11,10 @@ namespace LocalizationManager::StringLocalizing::Model {
 
 // The texts of one localization file as the runtime keeps them: what a ResourceDictionary
 // holds, stored for lookups and for a cheap release. Most values are one literal text; their
-// keys and texts lie one after the other in a single block of units, each entry is a record of
-// a few bytes, and a hash table of eight-byte slots finds the record of a key. Only the other
-// values (references, parameters, plural forms) are kept as Values, in a dictionary of their
-// own that the compiler expands in place.
+// keys and texts lie one after the other in a single block of units, and a hash table of
+// sixteen-byte slots finds a key's place in it: a lookup reads its slot, then the key with its
+// text right after. Only the other values (references, parameters, plural forms) are kept as
+// Values, in a dictionary of their own that the compiler expands in place.
 //
 // Use: Add every entry, then compile Composites(). Not thread-safe while being filled or
 // compiled; immutable and safe for concurrent readers afterwards.
@@ -40,7 +40,7 @@ class CompactTexts {
 
     // Adds an entry under `lowerKey` (already lower-cased), taking over `value`; false, with
     // nothing added and `value` as it was, when the key is present. Throws std::length_error
-    // when the keys and texts outgrow what a record can address (4 Gi units).
+    // when the keys and texts outgrow what a slot can address (4 Gi units, keys 2 Gi).
     bool Add(std::u16string_view lowerKey, Value&& value);
 
     // The values that are not one literal text, for the compiler to expand in place; their
@@ -51,42 +51,42 @@ class CompactTexts {
     // The entry of exactly `lowerKey`; false when there is none.
     bool Find(std::u16string_view lowerKey, Entry& entry) const noexcept;
 
-    std::size_t Size() const noexcept { return records_.size(); }
-    bool Empty() const noexcept { return records_.empty(); }
-    // The entries in the order they were added.
-    Entry EntryAt(std::size_t position) const noexcept;
+    std::size_t Size() const noexcept { return size_; }
+    bool Empty() const noexcept { return size_ == 0; }
+    // Every entry, in no particular order.
+    std::vector<Entry> Entries() const;
 
   private:
-    static constexpr std::uint32_t kNoComposite = 0;
-
-    // One entry: its key, then its text when it is a plain text, at `offset` in units_.
-    struct Record {
-        std::uint32_t offset;
-        std::uint32_t keyLength;
-        std::uint32_t textLength;
-        std::uint32_t composite;  // kNoComposite, or the position in compositeValues_ plus one
-    };
-
-    // A place of the hash table: the upper half of the key's hash, which tells most other keys
-    // apart without reading their record, and the record's position plus one (0 for a free
-    // place).
+    // A place of the hash table. A used one tells where its key stands in units_ (its text
+    // follows it when it is a plain text) and holds the upper half of the key's hash, which
+    // tells most other keys apart without reading them.
     struct Slot {
-        std::uint32_t hashTag;
-        std::uint32_t record;
+        static constexpr std::uint32_t kFree = 0xFFFFFFFFu;
+        static constexpr std::uint32_t kComposite = 0x80000000u;
+
+        std::uint32_t hashTag = 0;
+        std::uint32_t offset = kFree;
+        std::uint32_t keyLength = 0;  // with kComposite set for a composite value
+        // The text's length, or the composite value's position in compositeValues_.
+        std::uint32_t textOrComposite = 0;
+
+        bool IsFree() const noexcept { return offset == kFree; }
+        bool IsComposite() const noexcept { return (keyLength & kComposite) != 0; }
     };
 
     static std::uint64_t Hash(std::u16string_view key) noexcept;
 
-    std::u16string_view KeyOf(const Record& record) const noexcept;
+    std::u16string_view KeyOf(const Slot& slot) const noexcept;
+    Entry EntryOf(const Slot& slot) const noexcept;
     // The slot that holds `key`, or the free slot where it would go.
     std::size_t SlotOf(std::u16string_view key, std::uint64_t hash) const noexcept;
     void GrowTable();
     std::uint32_t Append(std::u16string_view key, std::u16string_view text);
 
     std::vector<char16_t> units_;
-    std::vector<Record> records_;
     std::vector<Slot> slots_;
     std::size_t mask_ = 0;
+    std::size_t size_ = 0;
     ResourceDictionary composites_;
     std::vector<const Value*> compositeValues_;
 };

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
 #include <string>
 
 namespace LocalizationManager::StringLocalizing::Model {
@@ -94,7 +95,7 @@ TEST(CompactTexts, RefusesAKeyAddedAgainAndKeepsTheFirst) {
     EXPECT_EQ(u"first", entry.plainText);
 }
 
-TEST(CompactTexts, ManyKeysStayFindableInTheOrderAdded) {
+TEST(CompactTexts, ManyKeysStayFindable) {
     // Enough keys that the table grows many times and keys probe past each other; the texts
     // outgrow the room reserved for them.
     CompactTexts texts(16);
@@ -112,11 +113,13 @@ TEST(CompactTexts, ManyKeysStayFindableInTheOrderAdded) {
         }
     }
     ASSERT_EQ(10000u, texts.Size());
-    for (std::size_t position = 0; position < texts.Size(); ++position) {
-        const CompactTexts::Entry entry = texts.EntryAt(position);
-        EXPECT_EQ(Numbered(u"k", static_cast<int>(2 * position)), entry.key);
-        EXPECT_EQ(position % 3 != 0, entry.IsPlainText()) << position;
+    std::set<std::u16string> listed;
+    for (const CompactTexts::Entry& entry : texts.Entries()) {
+        listed.emplace(entry.key);
+        const int number = std::stoi(ulo::WideToUtf8(std::u16string(entry.key.substr(1))));
+        EXPECT_EQ(number % 6 != 0, entry.IsPlainText()) << number;
     }
+    EXPECT_EQ(10000u, listed.size());
 }
 
 TEST(CompactTexts, EmptyStoreFindsNothing) {
