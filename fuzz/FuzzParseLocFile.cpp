@@ -197,10 +197,10 @@ Outcome RunParse(Parse parse, const std::u16string& text, const std::u16string& 
 }
 
 void CompareWithCompactParse(const std::u16string& text, const Outcome& expected) {
-    Model::CompactTexts texts(text.size());
+    Model::CompactTexts texts(text);
     std::u16string report;
     try {
-        Parsing::ParseLocFile(text, u"fuzz.lt", texts);
+        Parsing::ParseLocFile(texts.Source(), u"fuzz.lt", texts);
     } catch (const Parsing::ParsingException& error) {
         report = error.WideMessage();
     }

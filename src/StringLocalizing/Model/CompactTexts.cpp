@@ -1,6 +1,7 @@
 #include "StringLocalizing/Model/CompactTexts.h"
 
 #include <cstring>
+#include <functional>
 #include <limits>
 #include <stdexcept>
 #include <utility>
@@ -21,30 +22,38 @@ std::uint32_t HighHalf(std::uint64_t hash) noexcept {
     return static_cast<std::uint32_t>(hash >> 32);
 }
 
-// Offsets and lengths in units_ stay below the offset that marks a free slot.
-std::uint32_t CheckedUnits(std::size_t units) {
-    if (units >= std::numeric_limits<std::uint32_t>::max()) {
-        throw std::length_error("localization texts too long to store (4 Gi units or more)");
+// Offsets and lengths stay below the bit that marks an offset in units_.
+std::uint32_t Checked(std::size_t units) {
+    if (units >= 0x80000000u) {
+        throw std::length_error("localization texts too long to store (2 Gi units or more)");
     }
     return static_cast<std::uint32_t>(units);
 }
 
-}  // namespace
-
-CompactTexts::CompactTexts(std::size_t sourceUnits)
-    : slots_(kInitialSlots), mask_(kInitialSlots - 1) {
-    // Reserved, not written: the pages that no key or text reaches are never touched.
-    units_.reserve(sourceUnits);
+// The units of a plain text as the file writes them, when it writes them without escapes:
+// right before the closing quote that ends the entry.
+std::u16string_view WrittenText(std::u16string_view entrySource, const std::u16string& text) {
+    if (entrySource.size() <= text.size()) {
+        return {};
+    }
+    const std::u16string_view written =
+        entrySource.substr(entrySource.size() - 1 - text.size(), text.size());
+    return written == text ? written : std::u16string_view();
 }
 
-bool CompactTexts::Add(std::u16string_view lowerKey, Value&& value) {
+}  // namespace
+
+CompactTexts::CompactTexts(std::u16string source)
+    : source_(std::move(source)), slots_(kInitialSlots), mask_(kInitialSlots - 1) {
+    Checked(source_.size());
+}
+
+bool CompactTexts::Add(std::u16string_view lowerKey, Value&& value,
+                       std::u16string_view entrySource) {
     const std::uint64_t hash = Hash(lowerKey);
     std::size_t position = SlotOf(lowerKey, hash);
     if (!slots_[position].IsFree()) {
         return false;
-    }
-    if (lowerKey.size() >= Slot::kComposite) {
-        throw std::length_error("localization key too long to store (2 Gi units or more)");
     }
     // At most four fifths full, so that probe sequences stay short.
     if ((size_ + 1) * 5 > slots_.size() * 4) {
@@ -53,15 +62,16 @@ bool CompactTexts::Add(std::u16string_view lowerKey, Value&& value) {
     }
     Slot slot;
     slot.hashTag = HighHalf(hash);
-    slot.keyLength = static_cast<std::uint32_t>(lowerKey.size());
+    slot.keyLength = Checked(lowerKey.size());
+    slot.keyOffset = Place(lowerKey);
     if (const std::u16string* text = PlainText(value)) {
-        slot.textOrComposite = CheckedUnits(text->size());
-        slot.offset = Append(lowerKey, *text);
+        const std::u16string_view written = WrittenText(entrySource, *text);
+        slot.textLength = Checked(text->size());
+        slot.textOffset = Place(written.data() != nullptr ? written : *text);
     } else {
-        slot.offset = Append(lowerKey, {});
         const auto inserted = composites_.emplace(std::u16string(lowerKey), std::move(value));
         slot.keyLength |= Slot::kComposite;
-        slot.textOrComposite = static_cast<std::uint32_t>(compositeValues_.size());
+        slot.textOffset = Checked(compositeValues_.size());
         compositeValues_.push_back(&inserted.first->second);
     }
     slots_[position] = slot;
@@ -94,16 +104,22 @@ std::vector<CompactTexts::Entry> CompactTexts::Entries() const {
     Entry entry;
     entry.key = KeyOf(slot);
     if (slot.IsComposite()) {
-        entry.value = compositeValues_[slot.textOrComposite];
+        entry.value = compositeValues_[slot.textOffset];
     } else {
-        entry.plainText = {entry.key.data() + entry.key.size(), slot.textOrComposite};
+        entry.plainText = {UnitsAt(slot.textOffset), slot.textLength};
     }
     return entry;
 }
 
 [[gnu::always_inline]] inline std::u16string_view CompactTexts::KeyOf(
     const Slot& slot) const noexcept {
-    return {units_.data() + slot.offset, slot.keyLength & ~Slot::kComposite};
+    return {UnitsAt(slot.keyOffset), slot.keyLength & ~Slot::kComposite};
+}
+
+[[gnu::always_inline]] inline const char16_t* CompactTexts::UnitsAt(
+    std::uint32_t offset) const noexcept {
+    return (offset & Slot::kInUnits) != 0 ? units_.data() + (offset & ~Slot::kInUnits)
+                                          : source_.data() + offset;
 }
 
 [[gnu::always_inline]] inline std::size_t CompactTexts::SlotOf(std::u16string_view key,
@@ -146,12 +162,16 @@ void CompactTexts::GrowTable() {
     mask_ = mask;
 }
 
-std::uint32_t CompactTexts::Append(std::u16string_view key, std::u16string_view text) {
-    const std::uint32_t offset = CheckedUnits(units_.size());
-    CheckedUnits(units_.size() + key.size() + text.size());
-    units_.insert(units_.end(), key.begin(), key.end());
-    units_.insert(units_.end(), text.begin(), text.end());
-    return offset;
+std::uint32_t CompactTexts::Place(std::u16string_view units) {
+    const std::less<const char16_t*> before;
+    const char16_t* const sourceEnd = source_.data() + source_.size();
+    if (!before(units.data(), source_.data()) && !before(sourceEnd, units.data() + units.size())) {
+        return static_cast<std::uint32_t>(units.data() - source_.data());
+    }
+    const std::uint32_t offset = Checked(units_.size());
+    Checked(units_.size() + units.size());
+    units_.insert(units_.end(), units.begin(), units.end());
+    return offset | Slot::kInUnits;
 }
 
 [[gnu::always_inline]] inline std::uint64_t CompactTexts::Hash(std::u16string_view key) noexcept {

@@ -10,11 +10,13 @@
 namespace LocalizationManager::StringLocalizing::Model {
 
 // The texts of one localization file as the runtime keeps them: what a ResourceDictionary
-// holds, stored for lookups and for a cheap release. Most values are one literal text; their
-// keys and texts lie one after the other in a single block of units, and a hash table of
-// sixteen-byte slots finds a key's place in it: a lookup reads its slot, then the key with its
-// text right after. Only the other values (references, parameters, plural forms) are kept as
-// Values, in a dictionary of their own that the compiler expands in place.
+// holds, stored for lookups and for a cheap release. The store keeps the decoded file itself,
+// and most keys and texts are where the file has them: a key written in lower case, a text
+// written without escapes. Only a key that folding changes and a text with escapes are copied,
+// into a second block. A hash table of twenty-byte slots finds where a key and its text stand:
+// a lookup reads its slot, then the key with its text a few units after it. Only the values
+// that are not one literal text (references, parameters, plural forms) are kept as Values, in
+// a dictionary of their own that the compiler expands in place.
 //
 // Use: Add every entry, then compile Composites(). Not thread-safe while being filled or
 // compiled; immutable and safe for concurrent readers afterwards.
@@ -31,17 +33,20 @@ class CompactTexts {
         bool IsPlainText() const noexcept { return value == nullptr; }
     };
 
-    // Reserves room for the keys and texts of a file of `sourceUnits` decoded units (they are
-    // never longer than the file), so that filling the store does not move them.
-    explicit CompactTexts(std::size_t sourceUnits = 0);
+    // A store over the decoded text of a file, which it keeps: parse Source() into it.
+    explicit CompactTexts(std::u16string source = {});
 
     CompactTexts(const CompactTexts&) = delete;
     CompactTexts& operator=(const CompactTexts&) = delete;
 
+    const std::u16string& Source() const noexcept { return source_; }
+
     // Adds an entry under `lowerKey` (already lower-cased), taking over `value`; false, with
-    // nothing added and `value` as it was, when the key is present. Throws std::length_error
-    // when the keys and texts outgrow what a slot can address (4 Gi units, keys 2 Gi).
-    bool Add(std::u16string_view lowerKey, Value&& value);
+    // nothing added and `value` as it was, when the key is present. `entrySource` is where
+    // the entry is written in Source(), if it is: a key or a plain text found there is not
+    // copied. Throws std::length_error when a key or text lies beyond what a slot addresses
+    // (2 Gi units).
+    bool Add(std::u16string_view lowerKey, Value&& value, std::u16string_view entrySource = {});
 
     // The values that are not one literal text, for the compiler to expand in place; their
     // entries see the compiled values.
@@ -57,32 +62,37 @@ class CompactTexts {
     std::vector<Entry> Entries() const;
 
   private:
-    // A place of the hash table. A used one tells where its key stands in units_ (its text
-    // follows it when it is a plain text) and holds the upper half of the key's hash, which
-    // tells most other keys apart without reading them.
+    // A place of the hash table. A used one tells where its key and its text stand and holds
+    // the upper half of the key's hash, which tells most other keys apart without reading them.
+    // An offset is in source_, or in units_ with kInUnits set.
     struct Slot {
-        static constexpr std::uint32_t kFree = 0xFFFFFFFFu;
+        static constexpr std::uint32_t kFree = 0xFFFFFFFFu;  // as keyOffset
         static constexpr std::uint32_t kComposite = 0x80000000u;
+        static constexpr std::uint32_t kInUnits = 0x80000000u;
 
         std::uint32_t hashTag = 0;
-        std::uint32_t offset = kFree;
+        std::uint32_t keyOffset = kFree;
         std::uint32_t keyLength = 0;  // with kComposite set for a composite value
-        // The text's length, or the composite value's position in compositeValues_.
-        std::uint32_t textOrComposite = 0;
+        // The text's offset, or the composite value's position in compositeValues_.
+        std::uint32_t textOffset = 0;
+        std::uint32_t textLength = 0;
 
-        bool IsFree() const noexcept { return offset == kFree; }
+        bool IsFree() const noexcept { return keyOffset == kFree; }
         bool IsComposite() const noexcept { return (keyLength & kComposite) != 0; }
     };
 
     static std::uint64_t Hash(std::u16string_view key) noexcept;
 
+    const char16_t* UnitsAt(std::uint32_t offset) const noexcept;
     std::u16string_view KeyOf(const Slot& slot) const noexcept;
     Entry EntryOf(const Slot& slot) const noexcept;
     // The slot that holds `key`, or the free slot where it would go.
     std::size_t SlotOf(std::u16string_view key, std::uint64_t hash) const noexcept;
     void GrowTable();
-    std::uint32_t Append(std::u16string_view key, std::u16string_view text);
+    // The offset of `units`: where they stand in source_, else where they are copied to.
+    std::uint32_t Place(std::u16string_view units);
 
+    const std::u16string source_;
     std::vector<char16_t> units_;
     std::vector<Slot> slots_;
     std::size_t mask_ = 0;

@@ -7,7 +7,7 @@
 
 namespace LocalizationManager::StringLocalizing::Parsing {
 
-void DictionarySink::Add(std::u16string_view lowerKey, Model::Value&& value) {
+void DictionarySink::Add(std::u16string_view lowerKey, Model::Value&& value, std::u16string_view) {
     std::u16string key(lowerKey);
     // Files are often written in key order, as tools write them: a key after the last one
     // cannot be a duplicate and goes in at the end without a search.
@@ -21,8 +21,9 @@ void DictionarySink::Add(std::u16string_view lowerKey, Model::Value&& value) {
     dictionary_.emplace_hint(position, std::move(key), std::move(value));
 }
 
-void CompactTextsSink::Add(std::u16string_view lowerKey, Model::Value&& value) {
-    if (!texts_.Add(lowerKey, std::move(value))) {
+void CompactTextsSink::Add(std::u16string_view lowerKey, Model::Value&& value,
+                           std::u16string_view entrySource) {
+    if (!texts_.Add(lowerKey, std::move(value), entrySource)) {
         throw DuplicateKeyException(std::u16string(lowerKey));
     }
 }

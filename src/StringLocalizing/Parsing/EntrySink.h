@@ -12,9 +12,11 @@ namespace LocalizationManager::StringLocalizing::Parsing {
 // twice the same way, so a file fails at the same entry whichever it is parsed into.
 class EntrySink {
   public:
-    // Adds an entry under `lowerKey` (already lower-cased), taking over `value`. A key already
-    // present throws DuplicateKeyException and leaves the store and `value` as they were.
-    virtual void Add(std::u16string_view lowerKey, Model::Value&& value) = 0;
+    // Adds an entry under `lowerKey` (already lower-cased), taking over `value`; `entrySource`
+    // is the entry as the parsed text writes it. A key already present throws
+    // DuplicateKeyException and leaves the store and `value` as they were.
+    virtual void Add(std::u16string_view lowerKey, Model::Value&& value,
+                     std::u16string_view entrySource) = 0;
 
   protected:
     EntrySink() = default;
@@ -26,7 +28,8 @@ class EntrySink {
 class DictionarySink final : public EntrySink {
   public:
     explicit DictionarySink(Model::ResourceDictionary& dictionary) : dictionary_(dictionary) {}
-    void Add(std::u16string_view lowerKey, Model::Value&& value) override;
+    void Add(std::u16string_view lowerKey, Model::Value&& value,
+             std::u16string_view entrySource) override;
 
   private:
     Model::ResourceDictionary& dictionary_;
@@ -35,7 +38,8 @@ class DictionarySink final : public EntrySink {
 class CompactTextsSink final : public EntrySink {
   public:
     explicit CompactTextsSink(Model::CompactTexts& texts) : texts_(texts) {}
-    void Add(std::u16string_view lowerKey, Model::Value&& value) override;
+    void Add(std::u16string_view lowerKey, Model::Value&& value,
+             std::u16string_view entrySource) override;
 
   private:
     Model::CompactTexts& texts_;

@@ -55,11 +55,12 @@ class LocFileGrammar : public boost::spirit::qi::grammar<Iterator> {
 
     // Made with the grammar, so it takes the runtime's whitespace as it is at the parse.
     const WideSpaceParser space_;
-    // The key of the entry being parsed, as written, and its folded form when folding changes
-    // it. One buffer of each serves every entry, so a key costs no allocation before it is
-    // stored.
-    std::u16string entryKey_;
+    // The entry being parsed: its key where the text writes it, its folded form when folding
+    // changes it (one buffer serves every entry), and its value until the whole entry has
+    // matched.
+    std::u16string_view entryKey_;
     std::u16string foldedKey_;
+    Model::Value entryValue_;
 
     Rule<> locFile_;
     Rule<> comment_;

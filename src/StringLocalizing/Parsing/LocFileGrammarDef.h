@@ -7,6 +7,8 @@
 #include "StringLocalizing/Parsing/MoveAssign.h"
 #include "StringLocalizing/Parsing/MoveOperand.h"
 #include "StringLocalizing/Parsing/QuotedTextParser.h"
+#include "StringLocalizing/Parsing/SourceIterator.h"
+#include "StringLocalizing/Parsing/TextIterator.h"
 
 #include <boost/phoenix/core.hpp>
 #include <boost/phoenix/function.hpp>
@@ -70,27 +72,38 @@ struct AppendForm {
     }
 };
 
+// The units of a part of the parsed text, where the text holds them.
+inline std::u16string_view UnitsOf(TextIterator begin, TextIterator end) {
+    return begin == end ? std::u16string_view()
+                        : std::u16string_view(&*begin, static_cast<std::size_t>(end - begin));
+}
+
+inline std::u16string_view UnitsOf(const SourceIterator& begin, const SourceIterator& end) {
+    return UnitsOf(begin.base(), end.base());
+}
+
 struct SetEntryKey {
     using result_type = void;
     template <typename Range>
-    void operator()(std::u16string& key, const Range& written) const {
-        key.assign(written.begin(), written.end());
+    void operator()(std::u16string_view& key, const Range& written) const {
+        key = UnitsOf(written.begin(), written.end());
     }
 };
 
 struct StoreEntry {
     using result_type = void;
-    template <typename Recorder>
+    template <typename Range, typename Recorder>
     void operator()(EntrySink& sink, const Model::KeyCaseFolder& keyCaseFolder,
-                    const std::u16string& key, std::u16string& foldBuffer, Model::Value& value,
-                    Recorder* recorder) const {
+                    std::u16string_view key, std::u16string& foldBuffer, Model::Value& value,
+                    const Range& written, Recorder* recorder) const {
         const std::u16string_view lowerKey = keyCaseFolder.Fold(key, foldBuffer);
+        const std::u16string_view entrySource = UnitsOf(written.begin(), written.end());
         if (recorder == nullptr) {
-            sink.Add(lowerKey, std::move(value));
+            sink.Add(lowerKey, std::move(value), entrySource);
             return;
         }
         try {
-            sink.Add(lowerKey, std::move(value));
+            sink.Add(lowerKey, std::move(value), entrySource);
         } catch (const DuplicateKeyException&) {
             recorder->Duplicate();
         }
@@ -145,13 +158,16 @@ LocFileGrammar<Iterator>::LocFileGrammar(EntrySink& sink, SourceIndexRecorder<It
     const auto indexRecorder = phx::val(recorder_);
 
     // Comments are skipped only between entries; inside an entry only whitespace is.
+    // An entry is stored once it has matched whole, with where the text writes it.
     const auto storeParsedEntry =
         storeEntry(phx::ref(sink_), phx::cref(keyCaseFolder_), phx::cref(entryKey_),
-                   phx::ref(foldedKey_), _1, indexRecorder);
-    locFile_ = *(space_ | comment_) >>
-               *(qi::skip(space_)[qi::raw[keyValueEntry_[storeParsedEntry]]
-                                         [recordSpan(indexRecorder, SpanKind::kEntry, _1)]] >>
-                 *(space_ | comment_)) > qi::eoi;
+                   phx::ref(foldedKey_), phx::ref(entryValue_), _1, indexRecorder);
+    locFile_ =
+        *(space_ | comment_) >>
+        *(qi::skip(
+              space_)[qi::raw[keyValueEntry_[moveAssign(phx::ref(entryValue_), _1)]]
+                             [storeParsedEntry, recordSpan(indexRecorder, SpanKind::kEntry, _1)]] >>
+          *(space_ | comment_)) > qi::eoi;
 
     comment_ = qi::raw[lit(L';') >> *(wide::char_ - lit(L'\r') - lit(L'\n'))]
                       [recordSpan(indexRecorder, SpanKind::kComment, _1)];

@@ -49,9 +49,10 @@ boost::shared_ptr<Model::ResourceDictionary> LoadScopeTexts(
 boost::shared_ptr<Model::CompactTexts> LoadCompactTexts(
     IResourceProvider& resourceProvider, const std::u16string& scope,
     const localization_manager::Culture& culture) {
-    const ResourceFileText file = resourceProvider.GetLocalizationText(scope, culture);
-    auto texts = boost::make_shared<Model::CompactTexts>(file.text.size());
-    Parsing::ParseLocFile(file.text, file.path, *texts);
+    ResourceFileText file = resourceProvider.GetLocalizationText(scope, culture);
+    // The store keeps the file's text, where most of its keys and texts stay.
+    auto texts = boost::make_shared<Model::CompactTexts>(std::move(file.text));
+    Parsing::ParseLocFile(texts->Source(), file.path, *texts);
     return texts;
 }
 

@@ -1,4 +1,5 @@
 #include "StringLocalizing/Model/CompactTexts.h"
+#include "StringLocalizing/Parsing/ParseLocFile.h"
 #include "ulo/rtl/TextConversion.h"
 
 #include <gtest/gtest.h>
@@ -96,9 +97,8 @@ TEST(CompactTexts, RefusesAKeyAddedAgainAndKeepsTheFirst) {
 }
 
 TEST(CompactTexts, ManyKeysStayFindable) {
-    // Enough keys that the table grows many times and keys probe past each other; the texts
-    // outgrow the room reserved for them.
-    CompactTexts texts(16);
+    // Enough keys that the table grows many times and keys probe past each other.
+    CompactTexts texts;
     for (int number = 0; number < 20000; number += 2) {
         const std::u16string key = Numbered(u"k", number);
         Value value = number % 6 == 0 ? Value{{Param{key}}} : Text(Numbered(u"text ", number));
@@ -120,6 +120,42 @@ TEST(CompactTexts, ManyKeysStayFindable) {
         EXPECT_EQ(number % 6 != 0, entry.IsPlainText()) << number;
     }
     EXPECT_EQ(10000u, listed.size());
+}
+
+TEST(CompactTexts, KeepsWhatTheFileWritesWhereItWritesIt) {
+    // Keys written in lower case and texts written without escapes stay in the file's text;
+    // the others are copied, and every entry reads the same either way.
+    CompactTexts texts(
+        u"plain = 'Loaded'\nUpper = 'Upper key'\nescaped = 'it\\'s'\n"
+        u"empty = ''\nref = plain\ntail = 'a\\\\'  ; after\n");
+    Parsing::ParseLocFile(texts.Source(), u"test.lt", texts);
+    const std::u16string& source = texts.Source();
+    const auto inSource = [&source](std::u16string_view units) {
+        return units.data() >= source.data() &&
+               units.data() + units.size() <= source.data() + source.size();
+    };
+    const struct {
+        const char16_t* key;
+        const char16_t* text;
+        bool keyInSource;
+        bool textInSource;
+    } cases[] = {
+        {u"plain", u"Loaded", true, true},  {u"upper", u"Upper key", false, true},
+        {u"escaped", u"it's", true, false}, {u"empty", u"", true, true},
+        {u"tail", u"a\\", true, false},
+    };
+    for (const auto& expected : cases) {
+        CompactTexts::Entry entry;
+        ASSERT_TRUE(texts.Find(expected.key, entry)) << ulo::WideToUtf8(expected.key);
+        EXPECT_EQ(expected.key, entry.key);
+        EXPECT_EQ(expected.text, entry.plainText) << ulo::WideToUtf8(expected.key);
+        EXPECT_EQ(expected.keyInSource, inSource(entry.key)) << ulo::WideToUtf8(expected.key);
+        EXPECT_EQ(expected.textInSource, inSource(entry.plainText))
+            << ulo::WideToUtf8(expected.key);
+    }
+    CompactTexts::Entry entry;
+    ASSERT_TRUE(texts.Find(u"ref", entry));
+    EXPECT_FALSE(entry.IsPlainText());
 }
 
 TEST(CompactTexts, EmptyStoreFindsNothing) {
