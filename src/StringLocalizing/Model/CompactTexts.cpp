@@ -38,7 +38,10 @@ std::u16string_view WrittenText(std::u16string_view entrySource, const std::u16s
     }
     const std::u16string_view written =
         entrySource.substr(entrySource.size() - 1 - text.size(), text.size());
-    return written == text ? written : std::u16string_view();
+    // Bytes, not units: memcmp compares them many at a time.
+    const bool same = text.empty() ||
+                      std::memcmp(written.data(), text.data(), text.size() * sizeof(char16_t)) == 0;
+    return same ? written : std::u16string_view();
 }
 
 }  // namespace
@@ -48,20 +51,9 @@ CompactTexts::CompactTexts(std::u16string source)
     Checked(source_.size());
 }
 
-bool CompactTexts::Add(std::u16string_view lowerKey, Value&& value,
+void CompactTexts::Add(std::u16string_view lowerKey, Value&& value,
                        std::u16string_view entrySource) {
-    const std::uint64_t hash = Hash(lowerKey);
-    std::size_t position = SlotOf(lowerKey, hash);
-    if (!slots_[position].IsFree()) {
-        return false;
-    }
-    // At most four fifths full, so that probe sequences stay short.
-    if ((size_ + 1) * 5 > slots_.size() * 4) {
-        GrowTable();
-        position = SlotOf(lowerKey, hash);
-    }
     Slot slot;
-    slot.hashTag = HighHalf(hash);
     slot.keyLength = Checked(lowerKey.size());
     slot.keyOffset = Place(lowerKey);
     if (const std::u16string* text = PlainText(value)) {
@@ -69,13 +61,52 @@ bool CompactTexts::Add(std::u16string_view lowerKey, Value&& value,
         slot.textLength = Checked(text->size());
         slot.textOffset = Place(written.data() != nullptr ? written : *text);
     } else {
+        // A key added twice fails the whole store at Seal, so which of its values is kept
+        // does not matter.
         const auto inserted = composites_.emplace(std::u16string(lowerKey), std::move(value));
         slot.keyLength |= Slot::kComposite;
         slot.textOffset = Checked(compositeValues_.size());
         compositeValues_.push_back(&inserted.first->second);
     }
-    slots_[position] = slot;
-    ++size_;
+    added_.push_back(slot);
+}
+
+bool CompactTexts::Seal(std::u16string& duplicate) {
+    // At most four fifths full, so that probe sequences stay short.
+    std::size_t capacity = kInitialSlots;
+    while (capacity / 5 * 4 < added_.size()) {
+        capacity *= 2;
+    }
+    slots_.assign(capacity, Slot());
+    mask_ = capacity - 1;
+
+    // The keys land all over a table larger than the caches: each one's place is asked for a
+    // few keys ahead, so that the misses overlap instead of following each other. The hashes
+    // of those keys wait in a ring.
+    constexpr std::size_t kAhead = 8;
+    std::uint64_t ahead[kAhead];
+    for (std::size_t index = 0; index < kAhead && index < added_.size(); ++index) {
+        ahead[index] = Hash(KeyOf(added_[index]));
+    }
+    for (std::size_t index = 0; index < added_.size(); ++index) {
+        const std::uint64_t hash = ahead[index % kAhead];
+        if (index + kAhead < added_.size()) {
+            const std::uint64_t later = Hash(KeyOf(added_[index + kAhead]));
+            ahead[index % kAhead] = later;
+            __builtin_prefetch(&slots_[later & mask_], 1);
+        }
+        Slot slot = added_[index];
+        const std::u16string_view key = KeyOf(slot);
+        const std::size_t position = SlotOf(key, hash);
+        if (!slots_[position].IsFree()) {
+            duplicate.assign(key);
+            return false;
+        }
+        slot.hashTag = HighHalf(hash);
+        slots_[position] = slot;
+    }
+    size_ = added_.size();
+    std::vector<Slot>().swap(added_);
     return true;
 }
 
@@ -142,24 +173,6 @@ std::vector<CompactTexts::Entry> CompactTexts::Entries() const {
             return position;
         }
     }
-}
-
-void CompactTexts::GrowTable() {
-    std::vector<Slot> grown(slots_.size() * 2);
-    const std::size_t mask = grown.size() - 1;
-    for (const Slot& slot : slots_) {
-        if (slot.IsFree()) {
-            continue;
-        }
-        // Every key is stored once, so its place is the first free one of its sequence.
-        std::size_t position = Hash(KeyOf(slot)) & mask;
-        while (!grown[position].IsFree()) {
-            position = (position + 1) & mask;
-        }
-        grown[position] = slot;
-    }
-    slots_.swap(grown);
-    mask_ = mask;
 }
 
 std::uint32_t CompactTexts::Place(std::u16string_view units) {

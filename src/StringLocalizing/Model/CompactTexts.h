@@ -18,8 +18,10 @@ namespace LocalizationManager::StringLocalizing::Model {
 // that are not one literal text (references, parameters, plural forms) are kept as Values, in
 // a dictionary of their own that the compiler expands in place.
 //
-// Use: Add every entry, then compile Composites(). Not thread-safe while being filled or
-// compiled; immutable and safe for concurrent readers afterwards.
+// Use: Add every entry, Seal, then compile Composites(). The table is built once, when every
+// key is known: sized at once and filled with its reads overlapped, instead of grown and
+// rehashed while the file is parsed. Not thread-safe while being filled or compiled; immutable
+// and safe for concurrent readers afterwards.
 class CompactTexts {
   public:
     // What a key holds: its text, when the value was parsed as one literal text (then also its
@@ -41,19 +43,23 @@ class CompactTexts {
 
     const std::u16string& Source() const noexcept { return source_; }
 
-    // Adds an entry under `lowerKey` (already lower-cased), taking over `value`; false, with
-    // nothing added and `value` as it was, when the key is present. `entrySource` is where
-    // the entry is written in Source(), if it is: a key or a plain text found there is not
-    // copied. Throws std::length_error when a key or text lies beyond what a slot addresses
-    // (2 Gi units).
-    bool Add(std::u16string_view lowerKey, Value&& value, std::u16string_view entrySource = {});
+    // Adds an entry under `lowerKey` (already lower-cased), taking over `value`. `entrySource`
+    // is where the entry is written in Source(), if it is: a key or a plain text found there is
+    // not copied. Throws std::length_error when a key or text lies beyond what a slot addresses
+    // (2 Gi units). A key added twice is found by Seal.
+    void Add(std::u16string_view lowerKey, Value&& value, std::u16string_view entrySource = {});
+
+    // Ends the filling and builds the table of the keys. False when a key was added twice:
+    // `duplicate` is then the first key, in the order added, that was added before, and the
+    // store must not be used further.
+    bool Seal(std::u16string& duplicate);
 
     // The values that are not one literal text, for the compiler to expand in place; their
     // entries see the compiled values.
     ResourceDictionary& Composites() noexcept { return composites_; }
     const ResourceDictionary& Composites() const noexcept { return composites_; }
 
-    // The entry of exactly `lowerKey`; false when there is none.
+    // The entry of exactly `lowerKey`; false when there is none or the store is not sealed.
     bool Find(std::u16string_view lowerKey, Entry& entry) const noexcept;
 
     std::size_t Size() const noexcept { return size_; }
@@ -88,12 +94,13 @@ class CompactTexts {
     Entry EntryOf(const Slot& slot) const noexcept;
     // The slot that holds `key`, or the free slot where it would go.
     std::size_t SlotOf(std::u16string_view key, std::uint64_t hash) const noexcept;
-    void GrowTable();
     // The offset of `units`: where they stand in source_, else where they are copied to.
     std::uint32_t Place(std::u16string_view units);
 
     const std::u16string source_;
     std::vector<char16_t> units_;
+    // The entries in the order added, until Seal moves them into the table.
+    std::vector<Slot> added_;
     std::vector<Slot> slots_;
     std::size_t mask_ = 0;
     std::size_t size_ = 0;

@@ -23,8 +23,13 @@ void DictionarySink::Add(std::u16string_view lowerKey, Model::Value&& value, std
 
 void CompactTextsSink::Add(std::u16string_view lowerKey, Model::Value&& value,
                            std::u16string_view entrySource) {
-    if (!texts_.Add(lowerKey, std::move(value), entrySource)) {
-        throw DuplicateKeyException(std::u16string(lowerKey));
+    texts_.Add(lowerKey, std::move(value), entrySource);
+}
+
+void CompactTextsSink::Finish() {
+    std::u16string duplicate;
+    if (!texts_.Seal(duplicate)) {
+        throw DuplicateKeyException(duplicate);
     }
 }
 

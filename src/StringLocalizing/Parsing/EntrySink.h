@@ -8,8 +8,9 @@
 namespace LocalizationManager::StringLocalizing::Parsing {
 
 // Where the grammar puts each entry as soon as it is parsed: the dictionary that tools and the
-// compiler's tests work on, or the compact store of the runtime. Both refuse a key defined
-// twice the same way, so a file fails at the same entry whichever it is parsed into.
+// compiler's tests work on, or the compact store of the runtime. Both refuse the same key
+// defined twice, so a file fails the same way whichever it is parsed into: the dictionary at
+// once, the store when the parse ends (see ParseLocFile).
 class EntrySink {
   public:
     // Adds an entry under `lowerKey` (already lower-cased), taking over `value`; `entrySource`
@@ -17,6 +18,11 @@ class EntrySink {
     // DuplicateKeyException and leaves the store and `value` as they were.
     virtual void Add(std::u16string_view lowerKey, Model::Value&& value,
                      std::u16string_view entrySource) = 0;
+
+    // Called once the parse has ended, or stopped at a syntax error. Throws
+    // DuplicateKeyException for the first key, in file order, that was defined before, if the
+    // sink did not throw it at once.
+    virtual void Finish() = 0;
 
   protected:
     EntrySink() = default;
@@ -30,6 +36,7 @@ class DictionarySink final : public EntrySink {
     explicit DictionarySink(Model::ResourceDictionary& dictionary) : dictionary_(dictionary) {}
     void Add(std::u16string_view lowerKey, Model::Value&& value,
              std::u16string_view entrySource) override;
+    void Finish() override {}
 
   private:
     Model::ResourceDictionary& dictionary_;
@@ -40,6 +47,8 @@ class CompactTextsSink final : public EntrySink {
     explicit CompactTextsSink(Model::CompactTexts& texts) : texts_(texts) {}
     void Add(std::u16string_view lowerKey, Model::Value&& value,
              std::u16string_view entrySource) override;
+    // Seals the store.
+    void Finish() override;
 
   private:
     Model::CompactTexts& texts_;

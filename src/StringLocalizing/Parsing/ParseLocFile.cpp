@@ -24,17 +24,23 @@ void ParseInto(const std::u16string& text, const std::u16string& fileName, Entry
     TextIterator first = text.begin();
     LocFileGrammar<TextIterator> grammar(sink);
     try {
-        // The start rule either reaches the end of the text or throws, so the result of the
-        // parse carries no information.
-        boost::spirit::qi::parse(first, text.end(), grammar);
-    } catch (const boost::spirit::qi::expectation_failure<TextIterator>&) {
-        // The plain iterator knows no line or column. Both parses run the same grammar, so the
-        // parse on the position iterator stops at the same element and throws the report;
-        // its entries go to a scratch dictionary, the caller's store already holds them.
-        Model::ResourceDictionary scratch;
-        ParseLocFileWithPositions(text, fileName, scratch);
-        throw std::logic_error(
-            "the position-tracking parse accepted a text the fast parse refused");
+        try {
+            // The start rule either reaches the end of the text or throws, so the result of
+            // the parse carries no information.
+            boost::spirit::qi::parse(first, text.end(), grammar);
+        } catch (const boost::spirit::qi::expectation_failure<TextIterator>&) {
+            // A key defined twice before the error is what a parse that stops at it reports.
+            sink.Finish();
+            // The plain iterator knows no line or column. Both parses run the same grammar, so
+            // the parse on the position iterator stops at the same element and throws the
+            // report; its entries go to a scratch dictionary, the caller's store already holds
+            // them.
+            Model::ResourceDictionary scratch;
+            ParseLocFileWithPositions(text, fileName, scratch);
+            throw std::logic_error(
+                "the position-tracking parse accepted a text the fast parse refused");
+        }
+        sink.Finish();
     } catch (const DuplicateKeyException& duplicate) {
         throw ParsingException(duplicate);
     }

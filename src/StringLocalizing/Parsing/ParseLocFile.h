@@ -17,7 +17,8 @@ namespace LocalizationManager::StringLocalizing::Parsing {
 void ParseLocFile(const std::u16string& text, const std::u16string& fileName,
                   Model::ResourceDictionary& dictionary);
 
-// The same parse into the runtime's compact store: the same entries, the same exceptions.
+// The same parse into the runtime's compact store, which it seals: the same entries, the same
+// exceptions. The store is of no use after a failure.
 void ParseLocFile(const std::u16string& text, const std::u16string& fileName,
                   Model::CompactTexts& texts);
 

@@ -14,6 +14,11 @@ Value Text(const std::u16string& text) {
     return Value{{text}};
 }
 
+void Seal(CompactTexts& texts) {
+    std::u16string duplicate;
+    ASSERT_TRUE(texts.Seal(duplicate)) << ulo::WideToUtf8(duplicate);
+}
+
 std::u16string Numbered(const char16_t* prefix, int number) {
     const std::string digits = std::to_string(number);
     return prefix + std::u16string(digits.begin(), digits.end());
@@ -36,8 +41,9 @@ TEST(CompactTexts, FindsExactlyTheStoredKeys) {
                                    u"a_key_longer_than_twenty_units"};
     CompactTexts texts;
     for (const std::u16string& key : keys) {
-        ASSERT_TRUE(texts.Add(key, Text(u"text of " + key)));
+        texts.Add(key, Text(u"text of " + key));
     }
+    Seal(texts);
     EXPECT_EQ(std::size(keys), texts.Size());
     for (const std::u16string& key : keys) {
         CompactTexts::Entry entry;
@@ -62,6 +68,7 @@ TEST(CompactTexts, KeepsOtherValuesAsValuesForTheCompiler) {
     texts.Add(u"param", Value(param));
     texts.Add(u"two", Value(two));
     texts.Add(u"none", Value{});
+    Seal(texts);
 
     CompactTexts::Entry entry;
     ASSERT_TRUE(texts.Find(u"empty", entry));
@@ -78,22 +85,20 @@ TEST(CompactTexts, KeepsOtherValuesAsValuesForTheCompiler) {
     EXPECT_EQ(u"Loaded", entry.plainText);
 }
 
-TEST(CompactTexts, RefusesAKeyAddedAgainAndKeepsTheFirst) {
+TEST(CompactTexts, SealNamesTheFirstKeyAddedAgain) {
     CompactTexts texts;
-    ASSERT_TRUE(texts.Add(u"key", Text(u"first")));
-    ASSERT_TRUE(texts.Add(u"ref", Value{{KeyRef{u"key"}}}));
-    Value again = Text(u"second");
-    EXPECT_FALSE(texts.Add(u"key", std::move(again)));
-    EXPECT_EQ(Text(u"second"), again) << "a refused value is left to the caller";
-    Value composite{{Param{u"p"}}};
-    EXPECT_FALSE(texts.Add(u"ref", std::move(composite)));
-    EXPECT_EQ(Value{{Param{u"p"}}}, composite);
+    for (const char16_t* key : {u"a", u"b", u"c", u"b", u"a"}) {
+        texts.Add(key, Text(u"text"));
+    }
+    std::u16string duplicate;
+    EXPECT_FALSE(texts.Seal(duplicate));
+    EXPECT_EQ(u"b", duplicate);
 
-    EXPECT_EQ(2u, texts.Size());
-    EXPECT_EQ(1u, texts.Composites().size());
-    CompactTexts::Entry entry;
-    ASSERT_TRUE(texts.Find(u"key", entry));
-    EXPECT_EQ(u"first", entry.plainText);
+    CompactTexts composites;
+    composites.Add(u"ref", Value{{KeyRef{u"key"}}});
+    composites.Add(u"ref", Value{{Param{u"p"}}});
+    EXPECT_FALSE(composites.Seal(duplicate));
+    EXPECT_EQ(u"ref", duplicate);
 }
 
 TEST(CompactTexts, ManyKeysStayFindable) {
@@ -102,8 +107,9 @@ TEST(CompactTexts, ManyKeysStayFindable) {
     for (int number = 0; number < 20000; number += 2) {
         const std::u16string key = Numbered(u"k", number);
         Value value = number % 6 == 0 ? Value{{Param{key}}} : Text(Numbered(u"text ", number));
-        ASSERT_TRUE(texts.Add(key, std::move(value)));
+        texts.Add(key, std::move(value));
     }
+    Seal(texts);
     for (int number = 0; number < 20000; ++number) {
         CompactTexts::Entry entry;
         const bool found = texts.Find(Numbered(u"k", number), entry);
@@ -158,12 +164,20 @@ TEST(CompactTexts, KeepsWhatTheFileWritesWhereItWritesIt) {
     EXPECT_FALSE(entry.IsPlainText());
 }
 
-TEST(CompactTexts, EmptyStoreFindsNothing) {
-    const CompactTexts texts;
+TEST(CompactTexts, EmptyOrUnsealedStoreFindsNothing) {
+    CompactTexts texts;
     CompactTexts::Entry entry;
     EXPECT_TRUE(texts.Empty());
-    EXPECT_FALSE(texts.Find(u"key", entry));
     EXPECT_FALSE(texts.Find(u"", entry));
+    texts.Add(u"key", Text(u"text"));
+    EXPECT_FALSE(texts.Find(u"key", entry));
+    Seal(texts);
+    EXPECT_TRUE(texts.Find(u"key", entry));
+
+    CompactTexts empty;
+    Seal(empty);
+    EXPECT_TRUE(empty.Empty());
+    EXPECT_FALSE(empty.Find(u"key", entry));
 }
 
 }  // namespace

@@ -115,6 +115,35 @@ TEST(ParseLocFile, FindsADuplicateWhereverTheFirstOccurrenceStands) {
     }
 }
 
+// The compact store finds a key defined twice only when the parse ends, yet it must report
+// what the dictionary, which stops at the duplicate, reports: the first failure in file order.
+TEST(ParseLocFile, TheCompactStoreFailsAsTheDictionary) {
+    const std::u16string texts[] = {
+        u"a = '1'\nb = '2'\nA = '3'\nb = '4'",      // two duplicates: the first in file order
+        u"a = '1'\nA = '2'\nb = ,",                 // a duplicate before a syntax error
+        u"a = '1'\nb = ,\nA = '2'",                 // a syntax error before a duplicate
+        u"r = $p\nR = a + b\nx = '1'",              // composite values
+        u"a = '1'\nb = '2' c = '3'\nC = 'x' + $p",  // entries sharing a line
+    };
+    for (const std::u16string& text : texts) {
+        std::string expected = "no failure";
+        try {
+            Parse(text);
+        } catch (const ParsingException& error) {
+            expected = error.what();
+        }
+        std::string actual = "no failure";
+        try {
+            Model::CompactTexts store(text);
+            ParseLocFile(store.Source(), u"test.lt", store);
+        } catch (const ParsingException& error) {
+            actual = error.what();
+        }
+        EXPECT_NE("no failure", expected);
+        EXPECT_EQ(expected, actual);
+    }
+}
+
 TEST(ParseLocFile, ReportKeepsWideTextAndNarrowsItForWhat) {
     try {
         Parse(u"\u0416 = 'x'");
