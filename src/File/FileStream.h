@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 namespace LocalizationManager::File {
@@ -17,6 +18,11 @@ namespace LocalizationManager::File {
 // - std::runtime_error("MultiByteToWideChar conversion failed") for a file that holds only a
 //   byte-order mark.
 // The file is closed before the call returns or throws. Stateless; safe to call concurrently.
+//
+// The file is read and decoded a piece of kReadPieceBytes at a time, so that the bytes of a
+// large file are never held whole beside its text; the text is the same as decoding the whole.
 std::u16string GetFileContent(const std::u16string& filename);
+
+constexpr std::size_t kReadPieceBytes = 256 * 1024;
 
 }  // namespace LocalizationManager::File

@@ -3,6 +3,7 @@
 #include "TestSupport/ExpectThrowMessage.h"
 #include "ulo/rtl/CodeContracts.h"
 #include "ulo/rtl/File.h"
+#include "ulo/rtl/Utf8Decoder.h"
 
 #include <gtest/gtest.h>
 
@@ -62,6 +63,46 @@ TEST(FileStreamTest, DecodesFileContent) {
         SCOPED_TRACE(test.name);
         tree.File("file.lt", test.bytes);
         EXPECT_EQ(test.expected, GetFileContent(tree.Path("file.lt")));
+    }
+}
+
+// Decoding a piece at a time must give what decoding the whole file gives, whatever sequence,
+// well-formed or not, a piece boundary cuts.
+TEST(FileStreamTest, PiecesDecodeAsTheWholeFile) {
+    using LocalizationManager::File::kReadPieceBytes;
+    const std::string sequences[] = {
+        "\xC3\xA9",              // two bytes
+        "\xE2\x82\xAC",          // three
+        "\xF0\x9F\x98\x80",      // four
+        "\xE2\x82",              // cut short
+        "\xF0\x9F\x98",          // cut short by one
+        "\x80\x80\x80\x80\x80",  // stray continuation bytes
+        "\xC3",                  // a lead alone
+        "\xED\xA0\x80",          // an encoded surrogate
+        "\xEF\xBB\xBF",          // a mark that is text
+    };
+    TempTree tree;
+    for (const std::string& sequence : sequences) {
+        for (std::size_t shift = 0; shift <= 6; ++shift) {
+            for (const bool withMark : {false, true}) {
+                // The sequence ends `shift` bytes after the first and the second boundary.
+                std::string bytes = withMark ? "\xEF\xBB\xBF" : "";
+                for (const std::size_t boundary : {kReadPieceBytes, 2 * kReadPieceBytes - 4}) {
+                    bytes.resize(boundary + shift - sequence.size(), 'a');
+                    bytes += sequence;
+                }
+                bytes += "z";
+                const std::size_t skip = withMark ? 3 : 0;
+                std::u16string expected(bytes.size(), u'\0');
+                expected.resize(ulo::DecodeUtf8(bytes.data() + skip, bytes.size() - skip,
+                                                expected.data(), expected.size()));
+                tree.File("file.lt", bytes);
+                const std::u16string text = GetFileContent(tree.Path("file.lt"));
+                EXPECT_TRUE(text == expected)
+                    << "sequence of " << sequence.size() << " bytes, shift " << shift
+                    << (withMark ? ", after a mark" : "");
+            }
+        }
     }
 }
 
