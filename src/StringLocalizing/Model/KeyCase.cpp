@@ -1,5 +1,7 @@
 #include "StringLocalizing/Model/KeyCase.h"
 
+#include <algorithm>
+
 namespace LocalizationManager::StringLocalizing::Model {
 
 namespace {
@@ -37,17 +39,26 @@ KeyCaseFolder::KeyCaseFolder() : facet_(WideCaseFacet(locale_)) {
     }
 }
 
-std::u16string_view KeyCaseFolder::Fold(std::u16string_view key, std::u16string& buffer) const {
+char16_t* FoldedKeyBuffer::Room(std::size_t units) {
+    if (units <= kInlineUnits) {
+        return inline_;
+    }
+    heap_.resize(units);
+    return heap_.data();
+}
+
+template <typename Room>
+std::u16string_view KeyCaseFolder::FoldInto(std::u16string_view key, Room room) const {
     // Comparing locales is cheap while the global one is still the one of construction, which
     // is nearly always; after a change the table no longer applies.
     const std::locale current;
     if (current != locale_) {
         const std::ctype<wchar_t>& facet = WideCaseFacet(current);
-        buffer.assign(key.data(), key.size());
-        for (char16_t& unit : buffer) {
-            unit = FoldUnit(facet, unit);
+        char16_t* const folded = room(key.size());
+        for (std::size_t index = 0; index < key.size(); ++index) {
+            folded[index] = FoldUnit(facet, key[index]);
         }
-        return buffer;
+        return {folded, key.size()};
     }
 
     const auto fold = [this](char16_t unit) {
@@ -65,11 +76,23 @@ std::u16string_view KeyCaseFolder::Fold(std::u16string_view key, std::u16string&
     if (first == key.size()) {
         return key;
     }
-    buffer.assign(key.data(), key.size());
-    for (std::size_t index = first; index < buffer.size(); ++index) {
-        buffer[index] = fold(buffer[index]);
+    char16_t* const folded = room(key.size());
+    std::copy(key.begin(), key.begin() + first, folded);
+    for (std::size_t index = first; index < key.size(); ++index) {
+        folded[index] = fold(key[index]);
     }
-    return buffer;
+    return {folded, key.size()};
+}
+
+std::u16string_view KeyCaseFolder::Fold(std::u16string_view key, std::u16string& buffer) const {
+    return FoldInto(key, [&buffer](std::size_t units) {
+        buffer.resize(units);
+        return buffer.data();
+    });
+}
+
+std::u16string_view KeyCaseFolder::Fold(std::u16string_view key, FoldedKeyBuffer& buffer) const {
+    return FoldInto(key, [&buffer](std::size_t units) { return buffer.Room(units); });
 }
 
 }  // namespace LocalizationManager::StringLocalizing::Model

@@ -17,7 +17,7 @@ std::u16string StringProviderBase::GetString(const std::u16string& key) const {
 
 std::u16string_view StringProviderBase::GetStringView(std::u16string_view key,
                                                       TextBuffer& buffer) const {
-    std::u16string foldBuffer;
+    Model::FoldedKeyBuffer foldBuffer;
     const std::u16string_view lowered = keyCaseFolder_.Fold(key, foldBuffer);
     Model::CompactTexts::Entry entry;
     if (!resourceDictionary_->Find(lowered, entry)) {
