@@ -64,7 +64,8 @@ TEST(RequestAllocation, ALookupAllocatesNothingOfItsOwn) {
     const auto keys = boost::make_shared<KeyResolver>(
         params, boost::make_shared<PluralResolver>(params, Model::PluralFormRuleId{26, ""},
                                                    Model::CreatePluralFormRules()));
-    const StringProvider provider(keys, scope, boost::make_shared<RootStringProvider>(keys, common));
+    const StringProvider provider(keys, scope,
+                                  boost::make_shared<RootStringProvider>(keys, common));
 
     const struct {
         const char16_t* key;
