@@ -1,5 +1,6 @@
 #include "File/FileStream.h"
 
+#include "Memory/HugePages.h"
 #include "ulo/rtl/CodeContracts.h"
 #include "ulo/rtl/File.h"
 #include "ulo/rtl/Utf8Decoder.h"
@@ -12,8 +13,6 @@
 #include <cstring>
 #include <memory>
 #include <stdexcept>
-#include <sys/mman.h>
-
 namespace LocalizationManager::File {
 
 namespace {
@@ -46,24 +45,6 @@ std::size_t DecodableEnd(const char* piece, std::size_t start, std::size_t size)
     return size;
 }
 
-// Asks that the whole 2 MiB pages inside [start, start + bytes) be backed by huge pages where
-// the system offers them on request: writing a large text then costs a page fault per 2 MiB
-// instead of one per 4 KiB. Only advice; where it is refused nothing changes.
-void AdviseHugePages(void* start, std::size_t bytes) {
-#ifdef MADV_HUGEPAGE
-    constexpr std::uintptr_t kHugePage = std::uintptr_t{2} << 20;
-    const auto first = reinterpret_cast<std::uintptr_t>(start);
-    const std::uintptr_t begin = (first + kHugePage - 1) & ~(kHugePage - 1);
-    const std::uintptr_t end = (first + bytes) & ~(kHugePage - 1);
-    if (end > begin) {
-        ::madvise(reinterpret_cast<void*>(begin), end - begin, MADV_HUGEPAGE);
-    }
-#else
-    (void)start;
-    (void)bytes;
-#endif
-}
-
 }  // namespace
 
 std::u16string GetFileContent(const std::u16string& filename) {
@@ -87,7 +68,8 @@ std::u16string GetFileContent(const std::u16string& filename) {
     // the capacity that the units do not reach is never touched.
     std::u16string text;
     text.reserve(static_cast<std::size_t>(decodeCapacity));
-    AdviseHugePages(text.data(), text.capacity() * sizeof(char16_t));
+    // A large text is written once, all of it: huge pages spare it thousands of page faults.
+    Memory::AdviseHugePages(text.data(), text.capacity() * sizeof(char16_t));
     // Uninitialised on purpose: the reads fill them.
     const std::size_t pieceCapacity = std::min<std::size_t>(byteCount, kReadPieceBytes);
     const std::unique_ptr<char[]> piece(new char[pieceCapacity]);

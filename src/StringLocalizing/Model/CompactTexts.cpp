@@ -1,5 +1,7 @@
 #include "StringLocalizing/Model/CompactTexts.h"
 
+#include "Memory/HugePages.h"
+
 #include <cstring>
 #include <functional>
 #include <limits>
@@ -49,6 +51,9 @@ std::u16string_view WrittenText(std::u16string_view entrySource, const std::u16s
 CompactTexts::CompactTexts(std::u16string source)
     : source_(std::move(source)), slots_(kInitialSlots), mask_(kInitialSlots - 1) {
     Checked(source_.size());
+    // Room for an entry every 32 units, reserved and not written, so that the entries of an
+    // ordinary file are not moved while it is parsed.
+    added_.reserve(source_.size() / 32);
 }
 
 void CompactTexts::Add(std::u16string_view lowerKey, Value&& value,
@@ -77,7 +82,11 @@ bool CompactTexts::Seal(std::u16string& duplicate) {
     while (capacity / 5 * 4 < added_.size()) {
         capacity *= 2;
     }
-    slots_.assign(capacity, Slot());
+    std::vector<Slot> slots;
+    slots.reserve(capacity);
+    Memory::AdviseHugePages(slots.data(), capacity * sizeof(Slot));
+    slots.assign(capacity, Slot());
+    slots_.swap(slots);
     mask_ = capacity - 1;
 
     // The keys land all over a table larger than the caches: each one's place is asked for a
