@@ -1,7 +1,6 @@
 #include "Memory/HugePages.h"
 
 #include <cstdint>
-
 #include <sys/mman.h>
 
 namespace LocalizationManager::Memory {

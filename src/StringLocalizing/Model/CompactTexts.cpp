@@ -58,21 +58,28 @@ CompactTexts::CompactTexts(std::u16string source)
 
 void CompactTexts::Add(std::u16string_view lowerKey, Value&& value,
                        std::u16string_view entrySource) {
+    if (const std::u16string* text = PlainText(value)) {
+        const std::u16string_view written = WrittenText(entrySource, *text);
+        AddPlain(lowerKey, written.data() != nullptr ? written : std::u16string_view(*text));
+        return;
+    }
+    Slot slot;
+    slot.keyLength = Checked(lowerKey.size()) | Slot::kComposite;
+    slot.keyOffset = Place(lowerKey);
+    // A key added twice fails the whole store at Seal, so which of its values is kept does
+    // not matter.
+    const auto inserted = composites_.emplace(std::u16string(lowerKey), std::move(value));
+    slot.textOffset = Checked(compositeValues_.size());
+    compositeValues_.push_back(&inserted.first->second);
+    added_.push_back(slot);
+}
+
+void CompactTexts::AddPlain(std::u16string_view lowerKey, std::u16string_view text) {
     Slot slot;
     slot.keyLength = Checked(lowerKey.size());
     slot.keyOffset = Place(lowerKey);
-    if (const std::u16string* text = PlainText(value)) {
-        const std::u16string_view written = WrittenText(entrySource, *text);
-        slot.textLength = Checked(text->size());
-        slot.textOffset = Place(written.data() != nullptr ? written : *text);
-    } else {
-        // A key added twice fails the whole store at Seal, so which of its values is kept
-        // does not matter.
-        const auto inserted = composites_.emplace(std::u16string(lowerKey), std::move(value));
-        slot.keyLength |= Slot::kComposite;
-        slot.textOffset = Checked(compositeValues_.size());
-        compositeValues_.push_back(&inserted.first->second);
-    }
+    slot.textLength = Checked(text.size());
+    slot.textOffset = Place(text);
     added_.push_back(slot);
 }
 

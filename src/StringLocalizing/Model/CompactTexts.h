@@ -49,6 +49,9 @@ class CompactTexts {
     // (2 Gi units). A key added twice is found by Seal.
     void Add(std::u16string_view lowerKey, Value&& value, std::u16string_view entrySource = {});
 
+    // Add for a value of one literal text: `text` is not copied when it lies in Source().
+    void AddPlain(std::u16string_view lowerKey, std::u16string_view text);
+
     // Ends the filling and builds the table of the keys. False when a key was added twice:
     // `duplicate` is then the first key, in the order added, that was added before, and the
     // store must not be used further.

@@ -21,9 +21,19 @@ void DictionarySink::Add(std::u16string_view lowerKey, Model::Value&& value, std
     dictionary_.emplace_hint(position, std::move(key), std::move(value));
 }
 
+void DictionarySink::AddPlain(std::u16string_view lowerKey, std::u16string_view text,
+                              std::u16string_view entrySource) {
+    Add(lowerKey, Model::Value{{std::u16string(text)}}, entrySource);
+}
+
 void CompactTextsSink::Add(std::u16string_view lowerKey, Model::Value&& value,
                            std::u16string_view entrySource) {
     texts_.Add(lowerKey, std::move(value), entrySource);
+}
+
+void CompactTextsSink::AddPlain(std::u16string_view lowerKey, std::u16string_view text,
+                                std::u16string_view) {
+    texts_.AddPlain(lowerKey, text);
 }
 
 void CompactTextsSink::Finish() {

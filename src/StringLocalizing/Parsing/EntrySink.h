@@ -19,6 +19,10 @@ class EntrySink {
     virtual void Add(std::u16string_view lowerKey, Model::Value&& value,
                      std::u16string_view entrySource) = 0;
 
+    // Add for a value of one text, which `text` holds as written (no escapes).
+    virtual void AddPlain(std::u16string_view lowerKey, std::u16string_view text,
+                          std::u16string_view entrySource) = 0;
+
     // Called once the parse has ended, or stopped at a syntax error. Throws
     // DuplicateKeyException for the first key, in file order, that was defined before, if the
     // sink did not throw it at once.
@@ -36,6 +40,8 @@ class DictionarySink final : public EntrySink {
     explicit DictionarySink(Model::ResourceDictionary& dictionary) : dictionary_(dictionary) {}
     void Add(std::u16string_view lowerKey, Model::Value&& value,
              std::u16string_view entrySource) override;
+    void AddPlain(std::u16string_view lowerKey, std::u16string_view text,
+                  std::u16string_view entrySource) override;
     void Finish() override {}
 
   private:
@@ -47,6 +53,8 @@ class CompactTextsSink final : public EntrySink {
     explicit CompactTextsSink(Model::CompactTexts& texts) : texts_(texts) {}
     void Add(std::u16string_view lowerKey, Model::Value&& value,
              std::u16string_view entrySource) override;
+    void AddPlain(std::u16string_view lowerKey, std::u16string_view text,
+                  std::u16string_view entrySource) override;
     // Seals the store.
     void Finish() override;
 

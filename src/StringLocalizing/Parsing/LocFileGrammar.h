@@ -61,9 +61,15 @@ class LocFileGrammar : public boost::spirit::qi::grammar<Iterator> {
     std::u16string_view entryKey_;
     std::u16string foldedKey_;
     Model::Value entryValue_;
+    // The text of an entry of one quoted string without escapes, where the text holds it.
+    std::u16string_view plainText_;
 
     Rule<> locFile_;
     Rule<> comment_;
+    // The commonest entry, a key and one quoted string without escapes, matched without
+    // building a value: it fails, consuming nothing and throwing nothing, on any other entry,
+    // which keyValueEntry_ then parses and reports. Only without a recorder.
+    Rule<Skipper> plainEntry_;
     // Synthesises the entry's value; its key goes to entryKey_.
     Rule<Model::Value(), Skipper> keyValueEntry_;
     Rule<std::u16string()> key_;

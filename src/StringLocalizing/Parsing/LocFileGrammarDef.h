@@ -6,6 +6,7 @@
 #include "StringLocalizing/Parsing/LocFileGrammar.h"
 #include "StringLocalizing/Parsing/MoveAssign.h"
 #include "StringLocalizing/Parsing/MoveOperand.h"
+#include "StringLocalizing/Parsing/PlainTextParser.h"
 #include "StringLocalizing/Parsing/QuotedTextParser.h"
 #include "StringLocalizing/Parsing/SourceIterator.h"
 #include "StringLocalizing/Parsing/TextIterator.h"
@@ -110,6 +111,26 @@ struct StoreEntry {
     }
 };
 
+struct SetPlainText {
+    using result_type = void;
+    template <typename Range>
+    void operator()(std::u16string_view& text, const Range& written) const {
+        text = UnitsOf(written.begin(), written.end());
+    }
+};
+
+// StoreEntry for an entry of one text without escapes, which the grammar has as a view only.
+struct StorePlainEntry {
+    using result_type = void;
+    template <typename Range>
+    void operator()(EntrySink& sink, const Model::KeyCaseFolder& keyCaseFolder,
+                    std::u16string_view key, std::u16string& foldBuffer, std::u16string_view text,
+                    const Range& written) const {
+        sink.AddPlain(keyCaseFolder.Fold(key, foldBuffer), text,
+                      UnitsOf(written.begin(), written.end()));
+    }
+};
+
 // Reports a part of the file that has matched whole to the recorder, if there is one.
 struct RecordSpan {
     using result_type = void;
@@ -153,6 +174,8 @@ LocFileGrammar<Iterator>::LocFileGrammar(EntrySink& sink, SourceIndexRecorder<It
     const phx::function<AppendForm> appendForm;
     const phx::function<SetEntryKey> setEntryKey;
     const phx::function<StoreEntry> storeEntry;
+    const phx::function<StorePlainEntry> storePlainEntry;
+    const phx::function<SetPlainText> setPlainText;
     const phx::function<RecordSpan> recordSpan;
     const phx::function<BeginPlural> beginPlural;
     const auto indexRecorder = phx::val(recorder_);
@@ -162,12 +185,25 @@ LocFileGrammar<Iterator>::LocFileGrammar(EntrySink& sink, SourceIndexRecorder<It
     const auto storeParsedEntry =
         storeEntry(phx::ref(sink_), phx::cref(keyCaseFolder_), phx::cref(entryKey_),
                    phx::ref(foldedKey_), phx::ref(entryValue_), _1, indexRecorder);
+    const auto storeParsedPlainEntry =
+        storePlainEntry(phx::ref(sink_), phx::cref(keyCaseFolder_), phx::cref(entryKey_),
+                        phx::ref(foldedKey_), phx::cref(plainText_), _1);
     locFile_ =
         *(space_ | comment_) >>
         *(qi::skip(
-              space_)[qi::raw[keyValueEntry_[moveAssign(phx::ref(entryValue_), _1)]]
+              space_)[qi::raw[plainEntry_][storeParsedPlainEntry] |
+                      qi::raw[keyValueEntry_[moveAssign(phx::ref(entryValue_), _1)]]
                              [storeParsedEntry, recordSpan(indexRecorder, SpanKind::kEntry, _1)]] >>
           *(space_ | comment_)) > qi::eoi;
+
+    // Not followed by "+", which would make the value longer than one text. A recorder wants
+    // every span that keyValueEntry_ reports, so it does without.
+    plainEntry_ = qi::eps(phx::val(recorder_) == nullptr) >>
+                  qi::raw[KeyParser()][setEntryKey(phx::ref(entryKey_), _1)] >> lit(L'=') >>
+                  qi::lexeme[lit(L'\'') >>
+                             qi::raw[PlainTextParser()][setPlainText(phx::ref(plainText_), _1)] >>
+                             lit(L'\'')] >>
+                  !lit(L'+');
 
     comment_ = qi::raw[lit(L';') >> *(wide::char_ - lit(L'\r') - lit(L'\n'))]
                       [recordSpan(indexRecorder, SpanKind::kComment, _1)];
@@ -213,6 +249,7 @@ LocFileGrammar<Iterator>::LocFileGrammar(EntrySink& sink, SourceIndexRecorder<It
                             kMaxPluralNesting)[++phx::ref(nesting_), beginPlural(indexRecorder)];
 
     locFile_.name("loc file");
+    plainEntry_.name("key-value entry");
     comment_.name("comment");
     keyValueEntry_.name("key-value entry");
     key_.name("key");

@@ -156,8 +156,10 @@ TEST(CompactTexts, KeepsWhatTheFileWritesWhereItWritesIt) {
         EXPECT_EQ(expected.key, entry.key);
         EXPECT_EQ(expected.text, entry.plainText) << ulo::WideToUtf8(expected.key);
         EXPECT_EQ(expected.keyInSource, inSource(entry.key)) << ulo::WideToUtf8(expected.key);
-        EXPECT_EQ(expected.textInSource, inSource(entry.plainText))
-            << ulo::WideToUtf8(expected.key);
+        if (!entry.plainText.empty()) {  // an empty text stands nowhere in particular
+            EXPECT_EQ(expected.textInSource, inSource(entry.plainText))
+                << ulo::WideToUtf8(expected.key);
+        }
     }
     CompactTexts::Entry entry;
     ASSERT_TRUE(texts.Find(u"ref", entry));
