@@ -3,6 +3,7 @@
 #include "StringLocalizing/Parsing/ParsingException.h"
 #include "TestSupport/ExpectThrowMessage.h"
 #include "TestSupport/GlobalLocale.h"
+#include "ulo/rtl/TextConversion.h"
 
 #include <gtest/gtest.h>
 
@@ -141,6 +142,44 @@ TEST(ParseLocFile, TheCompactStoreFailsAsTheDictionary) {
         }
         EXPECT_NE("no failure", expected);
         EXPECT_EQ(expected, actual);
+    }
+}
+
+// The runtime's parse takes entries of one text without escapes by a shorter rule; the parse for
+// tools, which records spans, uses the full rules only. Both must read every text alike, above
+// all the entries just outside the short rule's reach.
+TEST(ParseLocFile, TheShortRuleForPlainEntriesReadsAsTheFullRules) {
+    const std::u16string texts[] = {
+        u"a = 'x'\nb='y'\n  c  =  'z'  ; comment\nd = ''",
+        u"a = 'x' + 'y'\nb = 'x'\n  + 'y'",  // the "+" on the next line continues the value
+        u"a = 'it\\'s'\nb = 'a\\nb'\nc = 'back\\\\slash'\nd = 'lone \\ kept'",
+        u"a = 'x' +",        // a "+" with no operand after it
+        u"a = 'x' b = 'y'",  // two entries on one line
+        u"a = 'x' 'y'",      // a second text without "+"
+        u"a = 'unclosed",
+        u"a = 'x' + $p\nb = {$n: 'one', 'two'}\nc = a",
+        u"A = 'x'\na = 'y'",
+    };
+    for (const std::u16string& text : texts) {
+        ResourceDictionary runtime;
+        std::string runtimeReport;
+        try {
+            ParseLocFile(text, u"test.lt", runtime);
+        } catch (const ParsingException& error) {
+            runtimeReport = error.what();
+        }
+        ResourceDictionary tools;
+        SourceIndex index;
+        std::string toolsReport;
+        try {
+            ParseLocFileIndexed(text, u"test.lt", tools, index);
+        } catch (const ParsingException& error) {
+            toolsReport = error.what();
+        }
+        EXPECT_EQ(runtime, tools) << ulo::WideToUtf8(text);
+        if (index.duplicates.empty()) {
+            EXPECT_EQ(runtimeReport, toolsReport) << ulo::WideToUtf8(text);
+        }
     }
 }
 
