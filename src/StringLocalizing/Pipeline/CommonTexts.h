@@ -10,8 +10,8 @@ namespace LocalizationManager::StringLocalizing::Pipeline {
 
 // The compiled common texts of one culture, shared by the localizers of that culture: the
 // first pipeline that finds none loads, compiles and publishes them, and later pipelines take
-// the published ones. A published dictionary is complete and never changes again, so the
-// pipelines that hold it read it without a lock; a pipeline that finds the common texts empty
+// the published ones. Published texts are complete and never change again, so the pipelines
+// that hold them read them without a lock; a pipeline that finds the common texts empty
 // publishes texts of its own, which pipelines built earlier never see.
 //
 // Not thread-safe: Published and Publish are called under the lock that the localizers of the

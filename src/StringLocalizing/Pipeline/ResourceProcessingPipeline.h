@@ -43,7 +43,7 @@ class ResourceProcessingPipeline {
     // and Model::KeyNotFoundException pass through.
     virtual std::u16string GetString(const std::u16string& key) const;
 
-    // The text GetString gives, copied only where it must be: a view of the dictionary's own
+    // The text GetString gives, copied only where it must be: a view of the texts' own
     // text when the key's value is one literal text, otherwise of `buffer`, which receives the
     // resolved text. The view is valid while the pipeline and `buffer` are. Fails as GetString.
     std::u16string_view GetStringView(std::u16string_view key, Resolving::TextBuffer& buffer) const;
