@@ -23,9 +23,9 @@ class EntrySink {
     virtual void AddPlain(std::u16string_view lowerKey, std::u16string_view text,
                           std::u16string_view entrySource) = 0;
 
-    // Called once the parse has ended, or stopped at a syntax error. Throws
-    // DuplicateKeyException for the first key, in file order, that was defined before, if the
-    // sink did not throw it at once.
+    // Called once the parse has reached the end of the text. Throws DuplicateKeyException for
+    // the first key, in file order, that was defined before, if the sink did not throw it at
+    // once.
     virtual void Finish() = 0;
 
   protected:

@@ -29,12 +29,11 @@ void ParseInto(const std::u16string& text, const std::u16string& fileName, Entry
             // the parse carries no information.
             boost::spirit::qi::parse(first, text.end(), grammar);
         } catch (const boost::spirit::qi::expectation_failure<TextIterator>&) {
-            // A key defined twice before the error is what a parse that stops at it reports.
-            sink.Finish();
             // The plain iterator knows no line or column. Both parses run the same grammar, so
             // the parse on the position iterator stops at the same element and throws the
             // report; its entries go to a scratch dictionary, the caller's store already holds
-            // them.
+            // them. The dictionary stops at a key defined twice, so a duplicate before the
+            // error is what it reports, although the store would find it only when sealed.
             Model::ResourceDictionary scratch;
             ParseLocFileWithPositions(text, fileName, scratch);
             throw std::logic_error(
