@@ -30,7 +30,18 @@ void* operator new(std::size_t size) {
     throw std::bad_alloc();
 }
 
+// The standard library allocates some buffers with the non-throwing form and frees them with
+// the plain delete below, so that form must come from malloc too.
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    allocations.fetch_add(1, std::memory_order_relaxed);
+    return std::malloc(size == 0 ? 1 : size);
+}
+
 void operator delete(void* memory) noexcept {
+    std::free(memory);
+}
+
+void operator delete(void* memory, const std::nothrow_t&) noexcept {
     std::free(memory);
 }
 
