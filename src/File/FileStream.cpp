@@ -95,21 +95,22 @@ std::u16string GetFileContent(const std::u16string& filename) {
             shrunk = true;
         }
         toRead -= count;
-        const std::size_t size = held + count;
+        const std::size_t filled = held + count;
 
         // Only a complete mark is skipped: one or two bytes EF BB are ordinary (malformed) text.
         std::size_t start = 0;
-        if (first && size >= 3 && piece[0] == '\xEF' && piece[1] == '\xBB' && piece[2] == '\xBF') {
+        if (first && filled >= 3 && piece[0] == '\xEF' && piece[1] == '\xBB' &&
+            piece[2] == '\xBF') {
             start = 3;
         }
         first = false;
-        const std::size_t end = toRead == 0 ? size : DecodableEnd(piece.get(), start, size);
+        const std::size_t end = toRead == 0 ? filled : DecodableEnd(piece.get(), start, filled);
         if (end > start) {
             const std::size_t decoded =
                 ulo::DecodeUtf8(piece.get() + start, end - start, units.get(), pieceCapacity);
             text.append(units.get(), decoded);
         }
-        held = size - end;
+        held = filled - end;
         std::memmove(piece.get(), piece.get() + end, held);
     }
     // A file of just the mark leaves nothing to decode, and that fails like undecodable text.

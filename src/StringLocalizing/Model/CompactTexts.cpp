@@ -4,7 +4,6 @@
 
 #include <cstring>
 #include <functional>
-#include <limits>
 #include <stdexcept>
 #include <utility>
 
