@@ -31,20 +31,6 @@ std::uint32_t Checked(std::size_t units) {
     return static_cast<std::uint32_t>(units);
 }
 
-// The units of a plain text as the file writes them, when it writes them without escapes:
-// right before the closing quote that ends the entry.
-std::u16string_view WrittenText(std::u16string_view entrySource, const std::u16string& text) {
-    if (entrySource.size() <= text.size()) {
-        return {};
-    }
-    const std::u16string_view written =
-        entrySource.substr(entrySource.size() - 1 - text.size(), text.size());
-    // Bytes, not units: memcmp compares them many at a time.
-    const bool same = text.empty() ||
-                      std::memcmp(written.data(), text.data(), text.size() * sizeof(char16_t)) == 0;
-    return same ? written : std::u16string_view();
-}
-
 }  // namespace
 
 CompactTexts::CompactTexts(std::u16string source)
@@ -55,11 +41,9 @@ CompactTexts::CompactTexts(std::u16string source)
     added_.reserve(source_.size() / 32);
 }
 
-void CompactTexts::Add(std::u16string_view lowerKey, Value&& value,
-                       std::u16string_view entrySource) {
+void CompactTexts::Add(std::u16string_view lowerKey, Value&& value) {
     if (const std::u16string* text = PlainText(value)) {
-        const std::u16string_view written = WrittenText(entrySource, *text);
-        AddPlain(lowerKey, written.data() != nullptr ? written : std::u16string_view(*text));
+        AddPlain(lowerKey, *text);
         return;
     }
     Slot slot;

@@ -12,9 +12,9 @@ namespace LocalizationManager::StringLocalizing::Model {
 // The texts of one localization file as the runtime keeps them: what a ResourceDictionary
 // holds, stored for lookups and for a cheap release. The store keeps the decoded file itself,
 // and most keys and texts are where the file has them: a key written in lower case, a text
-// written without escapes. Only a key that folding changes and a text with escapes are copied,
-// into a second block. A hash table of twenty-byte slots finds where a key and its text stand:
-// a lookup reads its slot, then the key with its text a few units after it. Only the values
+// that the parser's rule for plain entries takes (no escapes). Other keys and texts are
+// copied, into a second block. A hash table of twenty-byte slots finds where a key and its text
+// stand: a lookup reads its slot, then the key with its text a few units after it. Only the values
 // that are not one literal text (references, parameters, plural forms) are kept as Values, in
 // a dictionary of their own that the compiler expands in place.
 //
@@ -43,11 +43,10 @@ class CompactTexts {
 
     const std::u16string& Source() const noexcept { return source_; }
 
-    // Adds an entry under `lowerKey` (already lower-cased), taking over `value`. `entrySource`
-    // is where the entry is written in Source(), if it is: a key or a plain text found there is
-    // not copied. Throws std::length_error when a key or text lies beyond what a slot addresses
-    // (2 Gi units). A key added twice is found by Seal.
-    void Add(std::u16string_view lowerKey, Value&& value, std::u16string_view entrySource = {});
+    // Adds an entry under `lowerKey` (already lower-cased), taking over `value`; a key found in
+    // Source() is not copied. Throws std::length_error when a key or text lies beyond what a
+    // slot addresses (2 Gi units). A key added twice is found by Seal.
+    void Add(std::u16string_view lowerKey, Value&& value);
 
     // Add for a value of one literal text: `text` is not copied when it lies in Source().
     void AddPlain(std::u16string_view lowerKey, std::u16string_view text);

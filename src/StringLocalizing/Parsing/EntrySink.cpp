@@ -7,7 +7,7 @@
 
 namespace LocalizationManager::StringLocalizing::Parsing {
 
-void DictionarySink::Add(std::u16string_view lowerKey, Model::Value&& value, std::u16string_view) {
+void DictionarySink::Add(std::u16string_view lowerKey, Model::Value&& value) {
     std::u16string key(lowerKey);
     // Files are often written in key order, as tools write them: a key after the last one
     // cannot be a duplicate and goes in at the end without a search.
@@ -21,18 +21,15 @@ void DictionarySink::Add(std::u16string_view lowerKey, Model::Value&& value, std
     dictionary_.emplace_hint(position, std::move(key), std::move(value));
 }
 
-void DictionarySink::AddPlain(std::u16string_view lowerKey, std::u16string_view text,
-                              std::u16string_view entrySource) {
-    Add(lowerKey, Model::Value{{std::u16string(text)}}, entrySource);
+void DictionarySink::AddPlain(std::u16string_view lowerKey, std::u16string_view text) {
+    Add(lowerKey, Model::Value{{std::u16string(text)}});
 }
 
-void CompactTextsSink::Add(std::u16string_view lowerKey, Model::Value&& value,
-                           std::u16string_view entrySource) {
-    texts_.Add(lowerKey, std::move(value), entrySource);
+void CompactTextsSink::Add(std::u16string_view lowerKey, Model::Value&& value) {
+    texts_.Add(lowerKey, std::move(value));
 }
 
-void CompactTextsSink::AddPlain(std::u16string_view lowerKey, std::u16string_view text,
-                                std::u16string_view) {
+void CompactTextsSink::AddPlain(std::u16string_view lowerKey, std::u16string_view text) {
     texts_.AddPlain(lowerKey, text);
 }
 

@@ -13,15 +13,13 @@ namespace LocalizationManager::StringLocalizing::Parsing {
 // once, the store when the parse ends (see ParseLocFile).
 class EntrySink {
   public:
-    // Adds an entry under `lowerKey` (already lower-cased), taking over `value`; `entrySource`
-    // is the entry as the parsed text writes it. A key already present throws
-    // DuplicateKeyException and leaves the store and `value` as they were.
-    virtual void Add(std::u16string_view lowerKey, Model::Value&& value,
-                     std::u16string_view entrySource) = 0;
+    // Adds an entry under `lowerKey` (already lower-cased), taking over `value`. A key already
+    // present throws DuplicateKeyException and leaves the store and `value` as they were.
+    virtual void Add(std::u16string_view lowerKey, Model::Value&& value) = 0;
 
-    // Add for a value of one text, which `text` holds as written (no escapes).
-    virtual void AddPlain(std::u16string_view lowerKey, std::u16string_view text,
-                          std::u16string_view entrySource) = 0;
+    // Add for a value of one text, which `text` holds where the parsed text writes it (no
+    // escapes).
+    virtual void AddPlain(std::u16string_view lowerKey, std::u16string_view text) = 0;
 
     // Called once the parse has reached the end of the text. Throws DuplicateKeyException for
     // the first key, in file order, that was defined before, if the sink did not throw it at
@@ -38,10 +36,8 @@ class EntrySink {
 class DictionarySink final : public EntrySink {
   public:
     explicit DictionarySink(Model::ResourceDictionary& dictionary) : dictionary_(dictionary) {}
-    void Add(std::u16string_view lowerKey, Model::Value&& value,
-             std::u16string_view entrySource) override;
-    void AddPlain(std::u16string_view lowerKey, std::u16string_view text,
-                  std::u16string_view entrySource) override;
+    void Add(std::u16string_view lowerKey, Model::Value&& value) override;
+    void AddPlain(std::u16string_view lowerKey, std::u16string_view text) override;
     void Finish() override {}
 
   private:
@@ -51,10 +47,8 @@ class DictionarySink final : public EntrySink {
 class CompactTextsSink final : public EntrySink {
   public:
     explicit CompactTextsSink(Model::CompactTexts& texts) : texts_(texts) {}
-    void Add(std::u16string_view lowerKey, Model::Value&& value,
-             std::u16string_view entrySource) override;
-    void AddPlain(std::u16string_view lowerKey, std::u16string_view text,
-                  std::u16string_view entrySource) override;
+    void Add(std::u16string_view lowerKey, Model::Value&& value) override;
+    void AddPlain(std::u16string_view lowerKey, std::u16string_view text) override;
     // Seals the store.
     void Finish() override;
 

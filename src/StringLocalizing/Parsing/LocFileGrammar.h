@@ -55,12 +55,10 @@ class LocFileGrammar : public boost::spirit::qi::grammar<Iterator> {
 
     // Made with the grammar, so it takes the runtime's whitespace as it is at the parse.
     const WideSpaceParser space_;
-    // The entry being parsed: its key where the text writes it, its folded form when folding
-    // changes it (one buffer serves every entry), and its value until the whole entry has
-    // matched.
+    // The entry being parsed: its key where the text writes it, and its folded form when
+    // folding changes it (one buffer serves every entry).
     std::u16string_view entryKey_;
     std::u16string foldedKey_;
-    Model::Value entryValue_;
     // The text of an entry of one quoted string without escapes, where the text holds it.
     std::u16string_view plainText_;
 

@@ -93,18 +93,17 @@ struct SetEntryKey {
 
 struct StoreEntry {
     using result_type = void;
-    template <typename Range, typename Recorder>
+    template <typename Recorder>
     void operator()(EntrySink& sink, const Model::KeyCaseFolder& keyCaseFolder,
                     std::u16string_view key, std::u16string& foldBuffer, Model::Value& value,
-                    const Range& written, Recorder* recorder) const {
+                    Recorder* recorder) const {
         const std::u16string_view lowerKey = keyCaseFolder.Fold(key, foldBuffer);
-        const std::u16string_view entrySource = UnitsOf(written.begin(), written.end());
         if (recorder == nullptr) {
-            sink.Add(lowerKey, std::move(value), entrySource);
+            sink.Add(lowerKey, std::move(value));
             return;
         }
         try {
-            sink.Add(lowerKey, std::move(value), entrySource);
+            sink.Add(lowerKey, std::move(value));
         } catch (const DuplicateKeyException&) {
             recorder->Duplicate();
         }
@@ -122,12 +121,10 @@ struct SetPlainText {
 // StoreEntry for an entry of one text without escapes, which the grammar has as a view only.
 struct StorePlainEntry {
     using result_type = void;
-    template <typename Range>
     void operator()(EntrySink& sink, const Model::KeyCaseFolder& keyCaseFolder,
-                    std::u16string_view key, std::u16string& foldBuffer, std::u16string_view text,
-                    const Range& written) const {
-        sink.AddPlain(keyCaseFolder.Fold(key, foldBuffer), text,
-                      UnitsOf(written.begin(), written.end()));
+                    std::u16string_view key, std::u16string& foldBuffer,
+                    std::u16string_view text) const {
+        sink.AddPlain(keyCaseFolder.Fold(key, foldBuffer), text);
     }
 };
 
@@ -181,20 +178,17 @@ LocFileGrammar<Iterator>::LocFileGrammar(EntrySink& sink, SourceIndexRecorder<It
     const auto indexRecorder = phx::val(recorder_);
 
     // Comments are skipped only between entries; inside an entry only whitespace is.
-    // An entry is stored once it has matched whole, with where the text writes it.
     const auto storeParsedEntry =
         storeEntry(phx::ref(sink_), phx::cref(keyCaseFolder_), phx::cref(entryKey_),
-                   phx::ref(foldedKey_), phx::ref(entryValue_), _1, indexRecorder);
+                   phx::ref(foldedKey_), _1, indexRecorder);
     const auto storeParsedPlainEntry =
         storePlainEntry(phx::ref(sink_), phx::cref(keyCaseFolder_), phx::cref(entryKey_),
-                        phx::ref(foldedKey_), phx::cref(plainText_), _1);
-    locFile_ =
-        *(space_ | comment_) >>
-        *(qi::skip(
-              space_)[qi::raw[plainEntry_][storeParsedPlainEntry] |
-                      qi::raw[keyValueEntry_[moveAssign(phx::ref(entryValue_), _1)]]
-                             [storeParsedEntry, recordSpan(indexRecorder, SpanKind::kEntry, _1)]] >>
-          *(space_ | comment_)) > qi::eoi;
+                        phx::ref(foldedKey_), phx::cref(plainText_));
+    locFile_ = *(space_ | comment_) >>
+               *(qi::skip(space_)[plainEntry_[storeParsedPlainEntry] |
+                                  qi::raw[keyValueEntry_[storeParsedEntry]]
+                                         [recordSpan(indexRecorder, SpanKind::kEntry, _1)]] >>
+                 *(space_ | comment_)) > qi::eoi;
 
     // Not followed by "+", which would make the value longer than one text. A recorder wants
     // every span that keyValueEntry_ reports, so it does without.
