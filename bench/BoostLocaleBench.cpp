@@ -91,12 +91,7 @@ struct LookupFixture {
 };
 
 LookupFixture& Fixture() {
-    static LookupFixture fixture;
-    return fixture;
-}
-
-void PrepareLookup(const benchmark::State&) {
-    Fixture();
+    return bench::Shared<LookupFixture>();
 }
 
 void Lookup(benchmark::State& state) {
@@ -143,7 +138,8 @@ void PluralParameter(benchmark::State& state) {
 
 void RegisterBenchmarks(const bench::Options& given) {
     options = given;
-    bench::RegisterLookupAndPlural(options, PrepareLookup, Lookup, PluralParameter);
+    bench::RegisterLookupAndPlural(options, bench::MakeShared<LookupFixture>, Lookup,
+                                   PluralParameter);
 }
 
 // The backend (ICU, where Boost.Locale was built with it) made ready by a locale with no

@@ -57,6 +57,20 @@ std::vector<std::uint32_t> LookupOrder(std::size_t count, std::uint32_t catalogS
 // Adds "min" and "max" to the aggregates Google Benchmark reports over repetitions.
 benchmark::internal::Benchmark* WithMinMax(benchmark::internal::Benchmark* benchmark);
 
+// The one T that a program's workloads share, made on first use (the first W1 setup), so that
+// no run times its making; a function-local static, released at exit in reverse order.
+template <typename T>
+T& Shared() {
+    static T object;
+    return object;
+}
+
+// A setup that makes the shared T.
+template <typename T>
+void MakeShared(const benchmark::State&) {
+    Shared<T>();
+}
+
 // Registers W1_Lookup on one and two threads, after `prepare` (which makes what the threads
 // share), and W2_PluralParameter: the two in-process workloads, as every program runs them.
 using Workload = void (*)(benchmark::State&);

@@ -70,12 +70,7 @@ struct LookupFixture {
 };
 
 LookupFixture& Fixture() {
-    static LookupFixture fixture;
-    return fixture;
-}
-
-void PrepareLookup(const benchmark::State&) {
-    Fixture();
+    return bench::Shared<LookupFixture>();
 }
 
 void Lookup(benchmark::State& state) {
@@ -122,7 +117,8 @@ void PluralParameter(benchmark::State& state) {
 
 void RegisterBenchmarks(const bench::Options& given) {
     options = given;
-    bench::RegisterLookupAndPlural(options, PrepareLookup, Lookup, PluralParameter);
+    bench::RegisterLookupAndPlural(options, bench::MakeShared<LookupFixture>, Lookup,
+                                   PluralParameter);
 }
 
 // gettext ignores LANGUAGE in the "C" locale, but not in C.UTF-8, which is also the locale

@@ -86,12 +86,7 @@ struct LookupFixture {
 };
 
 LookupFixture& Fixture() {
-    static LookupFixture fixture;
-    return fixture;
-}
-
-void PrepareLookup(const benchmark::State&) {
-    Fixture();
+    return bench::Shared<LookupFixture>();
 }
 
 void Lookup(benchmark::State& state) {
@@ -161,7 +156,8 @@ void PluralParameter(benchmark::State& state) {
 
 void RegisterBenchmarks(const bench::Options& given) {
     options = given;
-    bench::RegisterLookupAndPlural(options, PrepareLookup, Lookup, PluralParameter);
+    bench::RegisterLookupAndPlural(options, bench::MakeShared<LookupFixture>, Lookup,
+                                   PluralParameter);
 }
 
 // What a program does once when it starts using ICU.

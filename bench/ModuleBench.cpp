@@ -141,14 +141,10 @@ struct LookupFixture {
     std::vector<std::uint32_t> order;
 };
 
-// Made after the session (its constructor asks for one), so released before the module goes.
+// Shared, made after the session (its constructor asks for one), so released before the module
+// goes.
 LookupFixture& Fixture() {
-    static LookupFixture fixture;
-    return fixture;
-}
-
-void PrepareLookup(const benchmark::State&) {
-    Fixture();
+    return bench::Shared<LookupFixture>();
 }
 
 // Hands the text to the host: as it is, or converted into a UTF-8 string the host keeps.
@@ -221,10 +217,10 @@ void PluralParameter(benchmark::State& state) {
 
 void RegisterBenchmarks(const bench::Options& given) {
     options = given;
-    bench::RegisterLookupAndPlural(options, PrepareLookup, Lookup<Utf16Copy>,
+    bench::RegisterLookupAndPlural(options, bench::MakeShared<LookupFixture>, Lookup<Utf16Copy>,
                                    PluralParameter<Utf16Copy>);
     bench::WithMinMax(benchmark::RegisterBenchmark("W1_LookupUtf8", Lookup<Utf8Copy>))
-        ->Setup(PrepareLookup)
+        ->Setup(bench::MakeShared<LookupFixture>)
         ->Iterations(options.calls)
         ->UseRealTime();
     bench::WithMinMax(
